@@ -1,0 +1,91 @@
+#!/usr/bin/env bash
+# Set-up of a Debian machine for Tarvo, run as root:
+#   bash scripts/setup.sh main   packages, build, local PostgreSQL store, then the main job
+#   bash scripts/setup.sh test   packages, build, local PostgreSQL store, then every test
+# Each step looks at what is already there, so running it again changes nothing.
+set -euo pipefail
+
+mode=${1:-main}
+root=$(cd "$(dirname "$0")/.." && pwd)
+build="$root/build"
+run="$root/run"
+
+packages=(g++ cmake ninja-build ccache pkg-config
+          postgresql postgresql-client libpq-dev sqlite3 libsqlite3-dev
+          libjsoncpp-dev libmxml-dev libsuitesparse-dev libboost-dev libboost-graph-dev
+          libgtest-dev libgmock-dev libbenchmark-dev)
+
+say() { printf '== %s\n' "$*"; }
+
+install_packages() {
+    local missing=() p
+    for p in "${packages[@]}"; do
+        dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed' || missing+=("$p")
+    done
+    if ((${#missing[@]})); then
+        say "installing ${missing[*]}"
+        export DEBIAN_FRONTEND=noninteractive
+        apt-get update -q
+        apt-get install -y -q --no-install-recommends "${missing[@]}"
+    fi
+}
+
+build_kernel() {
+    say "building in $build"
+    cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+          -DCMAKE_CXX_COMPILER_LAUNCHER=ccache >/dev/null
+    cmake --build "$build" -j2
+}
+
+# A local cluster, reached on the loopback address with a password, holding the database
+# "persistency" of the user "tarvo" and the schema of the store.
+prepare_store() {
+    local version cluster=main status port
+    version=$(ls /usr/lib/postgresql | sort -V | tail -n 1)
+    if ! pg_lsclusters -h | awk -v v="$version" -v c="$cluster" '$1 == v && $2 == c {found = 1} END {exit !found}'; then
+        say "creating PostgreSQL cluster $version/$cluster"
+        pg_createcluster "$version" "$cluster" >/dev/null
+    fi
+    status=$(pg_lsclusters -h | awk -v v="$version" -v c="$cluster" '$1 == v && $2 == c {print $4}')
+    port=$(pg_lsclusters -h | awk -v v="$version" -v c="$cluster" '$1 == v && $2 == c {print $3}')
+    if [ "$status" != online ]; then
+        say "starting PostgreSQL cluster $version/$cluster on port $port"
+        pg_ctlcluster "$version" "$cluster" start
+    fi
+    for _ in $(seq 60); do pg_isready -q -h 127.0.0.1 -p "$port" && break; sleep 0.5; done
+    pg_isready -q -h 127.0.0.1 -p "$port"
+
+    local admin=(runuser -u postgres -- psql -p "$port" -v ON_ERROR_STOP=1 -qAt)
+    "${admin[@]}" -c "DO \$\$ BEGIN
+        IF NOT EXISTS (SELECT 1 FROM pg_roles WHERE rolname = 'tarvo') THEN
+            CREATE ROLE tarvo LOGIN CREATEDB PASSWORD 'kzmwt';
+        END IF; END \$\$;"
+    if [ -z "$("${admin[@]}" -c "SELECT 1 FROM pg_database WHERE datname = 'persistency'")" ]; then
+        "${admin[@]}" -c "CREATE DATABASE persistency OWNER tarvo"
+    fi
+    PGPASSWORD=kzmwt psql -h 127.0.0.1 -p "$port" -U tarvo -d persistency -v ON_ERROR_STOP=1 -q \
+        -c "SET client_min_messages = warning" -f "$root/subprojects/persistency/sql/postgres.sql"
+
+    mkdir -p /etc/xdg/tarvo
+    printf '[1.1]\nDatabaseHost=127.0.0.1\nDatabasePort=%s\n' "$port" > /etc/xdg/tarvo/TARVO.conf
+    say "store ready: database persistency on 127.0.0.1:$port, settings in /etc/xdg/tarvo/TARVO.conf"
+}
+
+main_job() {
+    mkdir -p "$run"
+    cd "$run"
+    say "main job in $run"
+    "$build/src/tarvo" types
+    "$build/src/tarvo" enumerators
+}
+
+test_all() {
+    say "running all tests"
+    ctest --test-dir "$build" -j2 --output-on-failure
+}
+
+case "$mode" in
+    main) install_packages; build_kernel; prepare_store; main_job ;;
+    test) install_packages; build_kernel; prepare_store; test_all ;;
+    *) echo "usage: bash scripts/setup.sh main|test" >&2; exit 2 ;;
+esac

@@ -1,0 +1,122 @@
+-- The store of the kernel on PostgreSQL. The kernel never creates tables: the set-up script runs this
+-- once per database. Every statement is idempotent, so running it again changes nothing.
+-- Identifiers of N are computed by the object tree; those of the value tables come from sequences
+-- named <TABLE>_ID_SEQ, which the driver reads back with CURRVAL.
+
+-- NODES
+CREATE TABLE IF NOT EXISTS N (
+        ID                      integer PRIMARY KEY,
+        TAG                     character (50),
+        DESCRIPTION             character (255),
+        TYPE                    character (50),
+        FULLTAG                 character (255),
+        UUID                    character (36),
+        CREATED_AT              timestamp,
+        UPDATED_AT              timestamp,
+        LOCKED_BY               character (50),
+        LOCKED_UNTIL            timestamp,
+        PARENT                  integer REFERENCES N (ID),
+        ROOT                    integer REFERENCES N (ID),
+        RANGE                   integer
+);
+-- INTEGERS
+CREATE SEQUENCE IF NOT EXISTS I_ID_SEQ;
+CREATE TABLE IF NOT EXISTS I (
+        ID                      integer PRIMARY KEY DEFAULT nextval('I_ID_SEQ'),
+        NID                     integer REFERENCES N (ID),
+        TAG                     character (50),
+        DESCRIPTION             character (255),
+        VALUE                   integer
+);
+-- INTEGERVECTORS
+CREATE SEQUENCE IF NOT EXISTS IV_ID_SEQ;
+CREATE TABLE IF NOT EXISTS IV (
+        ID                      integer PRIMARY KEY DEFAULT nextval('IV_ID_SEQ'),
+        NID                     integer REFERENCES N (ID),
+        TAG                     character (50),
+        DESCRIPTION             character (255)
+);
+-- INTEGERVECTORVALUES
+CREATE SEQUENCE IF NOT EXISTS IVV_ID_SEQ;
+CREATE TABLE IF NOT EXISTS IVV (
+        ID                      integer PRIMARY KEY DEFAULT nextval('IVV_ID_SEQ'),
+        VID                     integer REFERENCES IV (ID),
+        VALUE                   integer
+);
+-- QUANTITIES
+CREATE SEQUENCE IF NOT EXISTS Q_ID_SEQ;
+CREATE TABLE IF NOT EXISTS Q (
+        ID                      integer PRIMARY KEY DEFAULT nextval('Q_ID_SEQ'),
+        NID                     integer REFERENCES N (ID),
+        TAG                     character (50),
+        DESCRIPTION             character (255),
+        VALUE                   double precision,
+        UNIT                    character (50),
+        INPUT                   boolean,
+        OUTPUT                  boolean
+);
+-- QUANTITYVECTORS
+CREATE SEQUENCE IF NOT EXISTS QV_ID_SEQ;
+CREATE TABLE IF NOT EXISTS QV (
+        ID                      integer PRIMARY KEY DEFAULT nextval('QV_ID_SEQ'),
+        NID                     integer REFERENCES N (ID),
+        TAG                     character (50),
+        DESCRIPTION             character (255),
+        UNIT                    character (50),
+        INPUT                   boolean,
+        OUTPUT                  boolean
+);
+-- QUANTITYVECTORVALUES
+CREATE SEQUENCE IF NOT EXISTS QVV_ID_SEQ;
+CREATE TABLE IF NOT EXISTS QVV (
+        ID                      integer PRIMARY KEY DEFAULT nextval('QVV_ID_SEQ'),
+        VID                     integer REFERENCES QV (ID),
+        VALUE                   double precision
+);
+-- QUANTITYMATRICES
+CREATE SEQUENCE IF NOT EXISTS QM_ID_SEQ;
+CREATE TABLE IF NOT EXISTS QM (
+        ID                      integer PRIMARY KEY DEFAULT nextval('QM_ID_SEQ'),
+        NID                     integer REFERENCES N (ID),
+        TAG                     character (50),
+        DESCRIPTION             character (255),
+        UNIT                    character (50),
+        INPUT                   boolean,
+        OUTPUT                  boolean,
+        ROWS                    integer
+);
+-- QUANTITYMATRIXVALUES, arranged by columns
+-- for example the matrix
+-- | 0 1 |
+-- | 2 3 |
+-- will be stored as: [ 0 2 1 3 ]
+CREATE SEQUENCE IF NOT EXISTS QMV_ID_SEQ;
+CREATE TABLE IF NOT EXISTS QMV (
+        ID                      integer PRIMARY KEY DEFAULT nextval('QMV_ID_SEQ'),
+        MID                     integer REFERENCES QM (ID),
+        VALUE                   double precision
+);
+-- STRINGS
+CREATE SEQUENCE IF NOT EXISTS S_ID_SEQ;
+CREATE TABLE IF NOT EXISTS S (
+        ID                      integer PRIMARY KEY DEFAULT nextval('S_ID_SEQ'),
+        NID                     integer REFERENCES N (ID),
+        TAG                     character (50),
+        DESCRIPTION             character (255),
+        VALUE                   character (255)
+);
+-- STRINGVECTORS
+CREATE SEQUENCE IF NOT EXISTS SV_ID_SEQ;
+CREATE TABLE IF NOT EXISTS SV (
+        ID                      integer PRIMARY KEY DEFAULT nextval('SV_ID_SEQ'),
+        NID                     integer REFERENCES N (ID),
+        TAG                     character (50),
+        DESCRIPTION             character (255)
+);
+-- STRINGVECTORSVALUES
+CREATE SEQUENCE IF NOT EXISTS SVV_ID_SEQ;
+CREATE TABLE IF NOT EXISTS SVV (
+        ID                      integer PRIMARY KEY DEFAULT nextval('SVV_ID_SEQ'),
+        VID                     integer REFERENCES SV (ID),
+        VALUE                   character (255)
+);

@@ -1,0 +1,45 @@
+#include <tarvo/user/Kernel.h>
+#include <tarvo/utility/Banner.h>
+#include <tarvo/utility/Diagnostic.h>
+
+#include <iostream>
+
+namespace Tarvo::User {
+
+const char* const kernelVersion = "TARVO 1.1.285 [Mon Apr 22 18:29:56 2024 +0200]";
+
+namespace {
+
+const KernelDescriptor descriptor{
+    "Membranes",
+    "Process modeling demo for Gas Membrane separation",
+    "00.01.00 [2015/04/10 16:00:00]",
+    "0.1",
+    "Test2<Membrane22Rtsc>",
+    "e3b1d80d-b412-4e70-972f-929c84116816",
+    {"en"},
+};
+
+ModelCollection modelCollection = nullptr;
+bool initialized = false;
+
+} // namespace
+
+const KernelDescriptor& kernelDescriptor() { return descriptor; }
+
+void setModelCollection(ModelCollection collection) { modelCollection = collection; }
+
+void initializeKernel() {
+    if (initialized) return;
+    initialized = true;
+    Utility::setVerbosityGlobal(2);
+    Utility::clearBanner();
+    Utility::addBannerEntry(0, "TARVO", kernelVersion);
+    Utility::addBannerEntry(20, descriptor.name, descriptor.description + " " + descriptor.version);
+    Utility::printBanner(std::cout);
+    if (modelCollection) modelCollection();
+}
+
+void finalizeKernel() { initialized = false; }
+
+} // namespace Tarvo::User

@@ -1,0 +1,117 @@
+#include <tarvo/user/Catalogue.h>
+#include <tarvo/user/Kernel.h>
+#include <tarvo/user/main.h>
+#include <tarvo/utility/Error.h>
+#include <tarvo/utility/FunctionName.h>
+
+#include <cassert>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <iostream>
+#include <string>
+
+namespace Tarvo::User {
+
+namespace {
+
+// The words of one invocation: argv[1] is the command, n the number of words behind the program name.
+struct Words {
+    int n;
+    char** argv;
+    const char* word(int i) const { return argv[i]; }
+};
+
+[[noreturn]] void usage(const Words& w) {
+    std::string line = w.argv[0];
+    for (int i = 1; i <= w.n; ++i) line += std::string(" ") + w.argv[i];
+    std::cerr << "Incorrect command line parameters: " << line << "\n"
+              << "Correct synthax command line parameters are:\n"
+                 "  calculate id       : retrieve, calculate and update the object at id\n"
+                 "  duplicate id ta de : retrieve the object at id and save it with tag ta and and description de\n"
+                 "  enumerators        : list supported enumerators\n"
+                 "  homotopy id        : perform homotopy run of case id\n"
+                 "  new ty ta de '{\"stringOptions\":{\"a\":\"b\",\"c\":\"d\",\"e\":\"f\"},\"integerOptions\":{\"g\":1,\"h\":2}}'\n"
+                 "                     : create a new object of type ty with tag ta and description de and the "
+                 "supplied options\n"
+                 "  purge              : clean up completely the persistent storage database\n"
+                 "  remove id          : retrieve and remove the object at id\n"
+                 "  sensitivity id     : perform sensitivity run of case id\n"
+                 "  txt id             : retrieve the object at id and recursively print all Q, S and I to id.txt "
+                 "file\n"
+                 "  types              : list supported types\n"
+                 "  xml id dir         : retrieve the object at id and recursively print all Q, S and I to xml "
+                 "files in the directory dir\n";
+    quit(-1);
+}
+
+// Operations whose machinery is not part of this build yet end here, with a negative code.
+[[noreturn]] void notAvailable(const Words& w) {
+    std::cerr << "Operation " << w.word(1) << " is not available in this build of the kernel\n";
+    quit(-2);
+}
+
+[[noreturn]] void printTypes(const Words&) {
+    int error = 0;
+    const std::string text = types(error);
+    assert(error == 0);
+    std::cout << text << std::endl;
+    quit(0);
+}
+
+[[noreturn]] void printEnumerators(const Words&) {
+    int error = 0;
+    const std::string text = enumerators(error);
+    assert(error == 0);
+    std::cout << text << std::endl;
+    quit(0);
+}
+
+struct Command {
+    const char* literal;
+    int minWords;
+    int maxWords;
+    void (*run)(const Words&);
+};
+
+// Tried in this order; a word matches a command when it begins with the command's literal.
+const Command commands[] = {
+    {"calculate", 1, 2, notAvailable}, {"check", 1, 2, notAvailable},  {"duplicate", 1, 4, notAvailable},
+    {"homotopy", 1, 2, notAvailable},  {"new", 1, 5, notAvailable},    {"purge", 1, 1, notAvailable},
+    {"remove", 2, 2, notAvailable},    {"sensitivity", 1, 2, notAvailable}, {"txt", 2, 3, notAvailable},
+    {"xml", 3, 3, notAvailable},       {"enumerators", 1, 1, printEnumerators}, {"types", 1, 1, printTypes},
+};
+
+} // namespace
+
+void setIdFile(int status) {
+    FILE* file = std::fopen("id.txt", "w");
+    const bool written = file && std::fprintf(file, "%d\n", status) > 0;
+    if (file && std::fclose(file) != 0) throw ErrorRunTime(TARVO_FUNCTION, "cannot write id.txt file");
+    if (!written) throw ErrorRunTime(TARVO_FUNCTION, "cannot write id.txt file");
+}
+
+void quit(int status) {
+    finalizeKernel();
+    try {
+        setIdFile(status);
+    } catch (const Error& e) {
+        std::cerr << e.message() << std::endl;
+    }
+    std::exit(status < 0 ? status : 0);
+}
+
+int main(int argc, char** argv) {
+    initializeKernel();
+    const Words w{argc - 1, argv};
+    if (w.n >= 1) {
+        for (const Command& command : commands) {
+            if (w.n < command.minWords || w.n > command.maxWords) continue;
+            if (std::strncmp(w.word(1), command.literal, std::strlen(command.literal)) != 0) continue;
+            command.run(w);
+        }
+    }
+    usage(w);
+}
+
+} // namespace Tarvo::User

@@ -1,0 +1,57 @@
+#include "RunTarvo.h"
+
+#include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+std::string readFile(const std::string& path) {
+    std::ifstream in(path);
+    std::ostringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
+} // namespace
+
+TemporaryFolder::TemporaryFolder() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "tarvo-test-XXXXXX").string();
+    path_ = mkdtemp(pattern.data());
+}
+
+TemporaryFolder::~TemporaryFolder() { std::filesystem::remove_all(path_); }
+
+TarvoRun runTarvo(const std::vector<std::string>& words, const std::string& folder) {
+    TarvoRun run;
+    run.folder = folder;
+    const std::string out = folder + "/stdout", err = folder + "/stderr";
+    const pid_t pid = fork();
+    if (pid == 0) {
+        if (chdir(folder.c_str()) != 0) _exit(127);
+        const int o = open(out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+        const int e = open(err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+        dup2(o, 1);
+        dup2(e, 2);
+        std::vector<char*> argv;
+        std::string program = TARVO_EXECUTABLE;
+        argv.push_back(program.data());
+        std::vector<std::string> copies(words);
+        for (auto& w : copies) argv.push_back(w.data());
+        argv.push_back(nullptr);
+        execv(TARVO_EXECUTABLE, argv.data());
+        _exit(127);
+    }
+    int status = 0;
+    waitpid(pid, &status, 0);
+    run.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    run.out = readFile(out);
+    run.err = readFile(err);
+    if (std::filesystem::exists(folder + "/id.txt")) run.idTxt = readFile(folder + "/id.txt");
+    std::filesystem::remove(folder + "/id.txt");
+    return run;
+}
