@@ -48,12 +48,16 @@ public:
         for (int i = 0; i < ndimensions; ++i) r.e_[i] = -r.e_[i];
         return r;
     }
-    bool operator==(const UnitArrayGen& o) const { return e_ == o.e_; }
-    bool operator!=(const UnitArrayGen& o) const { return e_ != o.e_; }
+    bool operator==(const UnitArrayGen& o) const {
+        T differ = 0;
+        for (int i = 0; i < ndimensions; ++i) differ |= e_[i] ^ o.e_[i];
+        return differ == 0;
+    }
+    bool operator!=(const UnitArrayGen& o) const { return !(*this == o); }
     bool allEqual(T v) const {
-        for (int i = 0; i < ndimensions; ++i)
-            if (e_[i] != v) return false;
-        return true;
+        T differ = 0;
+        for (int i = 0; i < ndimensions; ++i) differ |= e_[i] ^ v;
+        return differ == 0;
     }
     bool invalid() const { return e_[0] == invalidUnitExponent; }
 

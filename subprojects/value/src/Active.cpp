@@ -1,0 +1,151 @@
+#include <tarvo/value/Active.h>
+
+#include <algorithm>
+#include <cassert>
+#include <cstdio>
+#include <sstream>
+
+namespace {
+
+template <typename V>
+typename GenericActive<V>::Sparse::const_iterator find(const typename GenericActive<V>::Sparse& sparse, int i) {
+    return std::lower_bound(sparse.begin(), sparse.end(), i,
+                            [](const typename GenericActive<V>::SparseEntry& e, int d) { return e.first < d; });
+}
+
+} // namespace
+
+template <typename V> void GenericActive<V>::severeError() {
+    std::printf("severe error: incorrect derivative calculation\n");
+    std::fflush(stdout);
+    const int numdir = numdir_;
+    const bool strict_ro = strict_ro_, active_ = true;
+    assert((numdir == 0) || !strict_ro || !active_);
+    std::abort(); // reached only when assertions are compiled out
+}
+
+template <typename V> void GenericActive<V>::setActive(int i) {
+    assert(!strict_ro_ || !active_);
+    clearderivatives();
+    setDerivative(i, 1);
+    ActiveContext::setDirection(i, this);
+    active_ = true;
+}
+
+template <typename V> void GenericActive<V>::inactivate(int i) {
+    active_ = false;
+    if (numdir_ > 0) {
+        setDerivative(i, 0);
+        ActiveContext::setDirection(i, nullptr);
+    }
+}
+
+template <typename V> V GenericActive<V>::derivative(int i) const {
+    if (numdir_ <= ndense) return dense(i);
+    const Sparse* list = sparseList();
+    if (!list) return V(0);
+    const auto it = find<V>(*list, i);
+    return it != list->end() && it->first == i ? it->second : V(0);
+}
+
+// Writing in the store of the current mode replaces a store of the other mode.
+template <typename V> void GenericActive<V>::setDerivative(int i, V d) {
+    if (numdir_ <= ndense) {
+        releaseSparse();
+        for (; nd_ <= i; ++nd_) dense_[nd_] = 0;
+        dense_[i] = d;
+        return;
+    }
+    if (nd_ != sparseStore) {
+        new (&sparse_) Sparse;
+        nd_ = sparseStore;
+    }
+    auto it = sparse_.begin() + (find<V>(sparse_, i) - sparse_.cbegin());
+    if (it == sparse_.end() || it->first != i) it = sparse_.insert(it, SparseEntry(i, V(0)));
+    it->second = d;
+}
+
+template <typename V> V GenericActive<V>::sumDerivatives() const {
+    V sum = 0;
+    if (numdir_ <= ndense) {
+        for (int i = 0; i < nd_; ++i) sum += dense_[i];
+    } else if (const Sparse* list = sparseList()) {
+        for (const auto& entry : *list) sum += std::fabs(entry.second);
+    }
+    return sum;
+}
+
+template <typename V> std::string GenericActive<V>::str() const {
+    std::ostringstream out;
+    out << v_ << " [ ";
+    if (numdir_ > 199) {
+        if (const Sparse* list = sparseList())
+            for (const auto& entry : *list) out << " (" << entry.first << ")" << entry.second;
+    } else {
+        for (int i = 0; i < numdir_; ++i) out << derivative(i) << ' ';
+    }
+    out << " ]";
+    return out.str();
+}
+
+// Merges two sorted stores: r = a*x + b*y, direction by direction.
+template <typename V>
+void GenericActive<V>::combineSparse(V a, const GenericActive& xa, V b, const GenericActive& ya, GenericActive& r) {
+    static const Sparse none;
+    const Sparse& x = xa.sparseList() ? *xa.sparseList() : none;
+    const Sparse& y = ya.sparseList() ? *ya.sparseList() : none;
+    if (x.empty() && y.empty()) return;
+    r.releaseSparse();
+    new (&r.sparse_) Sparse;
+    r.nd_ = sparseStore;
+    Sparse& out = r.sparse_;
+    out.reserve(x.size() + y.size());
+    auto ix = x.begin(), iy = y.begin();
+    while (ix != x.end() || iy != y.end()) {
+        if (iy == y.end() || (ix != x.end() && ix->first < iy->first)) {
+            out.emplace_back(ix->first, a * ix->second);
+            ++ix;
+        } else if (ix == x.end() || iy->first < ix->first) {
+            out.emplace_back(iy->first, b * iy->second);
+            ++iy;
+        } else {
+            out.emplace_back(ix->first, a * ix->second + b * iy->second);
+            ++ix;
+            ++iy;
+        }
+    }
+}
+
+template class GenericActive<double>;
+
+std::vector<ActiveContext>& ActiveContext::stack() {
+    // The bottom context, with no directions, is there from the first use to the process's end.
+    static std::vector<ActiveContext> contexts{ActiveContext(0)};
+    return contexts;
+}
+
+void ActiveContext::push(int numdir) {
+    stack().push_back(ActiveContext(numdir));
+    Active::numdir_ = numdir;
+}
+
+void ActiveContext::pop() {
+    auto& contexts = stack();
+    if (contexts.size() > 1) contexts.pop_back();
+    Active::numdir_ = contexts.back().numdir_;
+}
+
+int ActiveContext::numdir() { return Active::numdir_; }
+
+Active* ActiveContext::direction(int i) { return stack().back().Directions_.at(i); }
+
+void ActiveContext::setDirection(int i, Active* variable) { stack().back().Directions_.at(i) = variable; }
+
+void ActiveContext::dump(std::ostream& out) {
+    const auto& top = stack().back();
+    char line[64];
+    for (int i = 0; i < top.numdir_; ++i) {
+        std::snprintf(line, sizeof line, "Directions_[%d] = ", i);
+        out << line << (top.Directions_[i] ? top.Directions_[i]->str() : std::string("null")) << '\n';
+    }
+}

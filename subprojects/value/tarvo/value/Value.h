@@ -1,0 +1,293 @@
+#ifndef TARVO_VALUE_VALUE_H
+#define TARVO_VALUE_VALUE_H
+
+#include <tarvo/value/Active.h>
+#include <tarvo/value/CompactUnits.h>
+#include <tarvo/value/Hot.h>
+#include <tarvo/value/UnitArray.h>
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+// A physical number: SI value with derivatives, the exponents of its units, and two flags for the
+// persistent layer (input: the user may set it; output: a result worth showing). Arithmetic checks
+// units: adding unlike units, or taking exp of a dimensional number, raises ErrorUnit.
+//
+// No virtual destructor: values are never deleted through a base pointer, and a vtable pointer in
+// every temporary made arithmetic half again as slow.
+template <typename A> class GenericValue {
+public:
+    // 0 with invalid units: the one state that accepts an assignment of any units.
+    GenericValue() : units_(CompactUnits::invalidUnits()) {}
+    GenericValue(double x) : value_(x) {} // dimensionless
+    GenericValue(double x, const std::string& unit);
+    explicit GenericValue(const std::string& unit) : GenericValue(1.0, unit) {}
+    GenericValue(double x, const UnitArray& units) : value_(x), units_(units) {}
+    GenericValue(const A& a, const std::string& unit);
+    GenericValue(const A& a, const UnitArray& units) : value_(a), units_(units) {}
+    explicit GenericValue(A&& a) : value_(std::move(a)) {} // dimensionless
+    GenericValue(const GenericValue&) = default;
+    GenericValue(GenericValue&&) noexcept = default;
+
+    // Copies number, derivatives and units, never the flags. Units may only change from invalid.
+    GenericValue& operator=(const GenericValue& o) {
+        if (this == &o) return *this;
+        acceptUnits(__PRETTY_FUNCTION__, o);
+        value_ = o.value_;
+        units_ = o.units_;
+        return *this;
+    }
+    GenericValue& operator=(GenericValue&& o) {
+        acceptUnits(__PRETTY_FUNCTION__, o);
+        value_ = std::move(o.value_);
+        units_ = o.units_;
+        return *this;
+    }
+    GenericValue& operator=(double x) {
+        requireNoUnits(__PRETTY_FUNCTION__);
+        units_ = CompactUnits();
+        value_ = x;
+        return *this;
+    }
+    GenericValue& operator=(const A& a) {
+        requireNoUnits(__PRETTY_FUNCTION__);
+        units_ = CompactUnits();
+        value_ = a;
+        return *this;
+    }
+
+    double toDouble() const { return value_.val(); }
+    double toDouble(const std::string& unit) const;
+    // The SI number, after checking that `unit` has this value's exponents.
+    double checkuom(const std::string& unit) const;
+
+    // Assignments that mark the value as a user input.
+    void set(double x, const std::string& unit);
+    void set(const GenericValue& v);
+    void set(const A& a);
+
+    bool input() const { return input_; }
+    bool output() const { return output_; }
+    void setInput() { input_ = true; }
+    void unsetInput() { input_ = false; }
+    void setOutput() { output_ = true; }
+    void unsetOutput() { output_ = false; }
+
+    A& active() { return value_; }
+    const A& active() const { return value_; }
+    UnitArray units() const { return units_.unpack(); }
+    bool sameUnits(const GenericValue& o) const { return units_ == o.units_; }
+    // Replaces the exponents without any check.
+    void setUnits(const UnitArray& units) { units_ = CompactUnits(units); }
+    void divideUnits(int divisor) { units_.divide(divisor); }
+    std::string unitText() const { return units().text(); }
+
+    bool isnan() const { return value_.val() != value_.val(); }
+    bool isinf() const; // true for NaN too
+
+    GenericValue& operator+=(const GenericValue& o) {
+        same(__PRETTY_FUNCTION__, o);
+        value_ += o.value_;
+        return *this;
+    }
+    GenericValue& operator-=(const GenericValue& o) {
+        same(__PRETTY_FUNCTION__, o);
+        value_ -= o.value_;
+        return *this;
+    }
+    GenericValue& operator*=(const GenericValue& o) {
+        value_ *= o.value_;
+        units_ = units_ + o.units_;
+        return *this;
+    }
+    GenericValue& operator/=(const GenericValue& o) {
+        value_ /= o.value_;
+        units_ = units_ - o.units_;
+        return *this;
+    }
+    GenericValue& operator+=(double c) {
+        dimensionless(__PRETTY_FUNCTION__);
+        value_ += c;
+        return *this;
+    }
+    GenericValue& operator-=(double c) {
+        dimensionless(__PRETTY_FUNCTION__);
+        value_ -= c;
+        return *this;
+    }
+    GenericValue& operator*=(double c) {
+        value_ *= c;
+        return *this;
+    }
+    GenericValue& operator/=(double c) {
+        value_ /= c;
+        return *this;
+    }
+
+    // The unit rules of the arithmetic; the number and its derivatives follow the rules of A.
+    TARVO_HOT friend GenericValue operator+(const GenericValue& a, const GenericValue& b) {
+        a.same(__PRETTY_FUNCTION__, b);
+        GenericValue r(a.units_);
+        A::combineInto(r.value_, a.value_.val() + b.value_.val(), 1, a.value_, 1, b.value_);
+        return r;
+    }
+    TARVO_HOT friend GenericValue operator-(const GenericValue& a, const GenericValue& b) {
+        a.same(__PRETTY_FUNCTION__, b);
+        GenericValue r(a.units_);
+        A::combineInto(r.value_, a.value_.val() - b.value_.val(), 1, a.value_, -1, b.value_);
+        return r;
+    }
+    TARVO_HOT friend GenericValue operator*(const GenericValue& a, const GenericValue& b) {
+        GenericValue r(a.units_ + b.units_);
+        const double x = a.value_.val(), y = b.value_.val();
+        A::combineInto(r.value_, x * y, y, a.value_, x, b.value_);
+        return r;
+    }
+    TARVO_HOT friend GenericValue operator/(const GenericValue& a, const GenericValue& b) {
+        GenericValue r(a.units_ - b.units_);
+        const double x = a.value_.val(), y = b.value_.val();
+        A::combineInto(r.value_, x / y, 1 / y, a.value_, -x / (y * y), b.value_);
+        return r;
+    }
+    TARVO_HOT friend GenericValue operator-(const GenericValue& a) { return scaled(a, -a.value_.val(), -1, a.units_); }
+    TARVO_HOT friend GenericValue operator+(const GenericValue& a, double c) {
+        a.dimensionless(__PRETTY_FUNCTION__);
+        return scaled(a, a.value_.val() + c, 1, a.units_);
+    }
+    TARVO_HOT friend GenericValue operator-(const GenericValue& a, double c) {
+        a.dimensionless(__PRETTY_FUNCTION__);
+        return scaled(a, a.value_.val() - c, 1, a.units_);
+    }
+    TARVO_HOT friend GenericValue operator+(double c, const GenericValue& a) {
+        a.dimensionless(__PRETTY_FUNCTION__);
+        return scaled(a, c + a.value_.val(), 1, a.units_);
+    }
+    TARVO_HOT friend GenericValue operator-(double c, const GenericValue& a) {
+        a.dimensionless(__PRETTY_FUNCTION__);
+        return scaled(a, c - a.value_.val(), -1, a.units_);
+    }
+    TARVO_HOT friend GenericValue operator*(const GenericValue& a, double c) {
+        return scaled(a, a.value_.val() * c, c, a.units_);
+    }
+    TARVO_HOT friend GenericValue operator*(double c, const GenericValue& a) {
+        return scaled(a, c * a.value_.val(), c, a.units_);
+    }
+    TARVO_HOT friend GenericValue operator/(const GenericValue& a, double c) {
+        return scaled(a, a.value_.val() / c, 1 / c, a.units_);
+    }
+    TARVO_HOT friend GenericValue operator/(double c, const GenericValue& a) {
+        const double x = a.value_.val();
+        return scaled(a, c / x, -c / (x * x), -a.units_);
+    }
+
+    // Comparisons look at the number only, after checking the units; NaN is unequal to everything.
+    TARVO_HOT friend bool operator==(const GenericValue& a, const GenericValue& b) {
+        a.same(__PRETTY_FUNCTION__, b);
+        return a.value_.val() == b.value_.val();
+    }
+    TARVO_HOT friend bool operator!=(const GenericValue& a, const GenericValue& b) {
+        a.same(__PRETTY_FUNCTION__, b);
+        return a.value_.val() != b.value_.val();
+    }
+    TARVO_HOT friend bool operator<(const GenericValue& a, const GenericValue& b) {
+        a.same(__PRETTY_FUNCTION__, b);
+        return a.value_.val() < b.value_.val();
+    }
+    TARVO_HOT friend bool operator<=(const GenericValue& a, const GenericValue& b) {
+        a.same(__PRETTY_FUNCTION__, b);
+        return a.value_.val() <= b.value_.val();
+    }
+    TARVO_HOT friend bool operator>(const GenericValue& a, const GenericValue& b) {
+        a.same(__PRETTY_FUNCTION__, b);
+        return a.value_.val() > b.value_.val();
+    }
+    TARVO_HOT friend bool operator>=(const GenericValue& a, const GenericValue& b) {
+        a.same(__PRETTY_FUNCTION__, b);
+        return a.value_.val() >= b.value_.val();
+    }
+
+    // Requires units equal to those of `o` ("incompatible units" otherwise).
+    void same(const char* signature, const GenericValue& o) const {
+        if (units_ != o.units_) incompatible(signature, *this, o);
+    }
+    // Requires all-zero exponents, which an invalid value does not have.
+    void dimensionless(const char* signature) const {
+        if (!units_.dimensionless()) incompatible(signature, *this, GenericValue(0.0));
+    }
+
+    friend GenericValue<Active> sqrt(const GenericValue<Active>& a);
+    friend GenericValue<Active> curt(const GenericValue<Active>& a);
+
+    [[noreturn]] static void incompatible(const char* signature, const GenericValue& a, const GenericValue& b) {
+        unitError(signature, "incompatible units", a, b);
+    }
+    [[noreturn]] static void unitError(const char* signature, const char* text, const GenericValue& a,
+                                       const GenericValue& b);
+    [[noreturn]] static void unitError(const char* signature, const char* text, const GenericValue& a);
+
+private:
+    GenericValue(A&& a, CompactUnits units) : value_(std::move(a)), units_(units) {}
+    explicit GenericValue(CompactUnits units) : units_(units) {}
+    // f(a) with derivative k * da, built in place.
+    TARVO_HOT static GenericValue scaled(const GenericValue& a, double value, double k, CompactUnits units) {
+        GenericValue r(units);
+        A::chainInto(r.value_, value, k, a.value_);
+        return r;
+    }
+
+    void acceptUnits(const char* signature, const GenericValue& o) const {
+        if (units_ != o.units_ && !units_.invalid())
+            unitError(signature, "destination already has incompatible units", *this, o);
+    }
+    void requireNoUnits(const char* signature) const {
+        if (!units_.dimensionless() && !units_.invalid())
+            unitError(signature, "destination already has units", *this);
+    }
+
+    A value_;
+    bool input_ = false;
+    bool output_ = false;
+    CompactUnits units_;
+};
+
+using Value = GenericValue<Active>;
+using Vector = std::vector<Value>;
+
+// The number with precision 12, a blank, then the units' text.
+std::ostream& operator<<(std::ostream& out, const Value& v);
+
+// Functions of dimensionless numbers; the results carry neither flag.
+Value exp(const Value& a);
+Value log(const Value& a);
+Value log10(const Value& a);
+Value sin(const Value& a);
+Value asin(const Value& a);
+Value cos(const Value& a);
+Value acos(const Value& a);
+Value tan(const Value& a);
+Value atan(const Value& a);
+Value sinh(const Value& a);
+Value cosh(const Value& a);
+Value pow(const Value& a, double r);
+Value pow(const Value& a, const Value& b);
+// Halves every exponent; the first eight must be even.
+Value sqrt(const Value& a);
+// Cube root: thirds every exponent; the first eight must be multiples of three.
+Value curt(const Value& a);
+Value fabs(const Value& a);
+
+// Constants of the whole system.
+inline const Value T0(298.15, UnitArray(0, 0, 0, 0, 0, 0, 1, 0, 0));     // reference temperature, K
+inline const Value P0(101325.0, UnitArray(0, 0, 0, -1, 0, 1, 0, -2, 0)); // reference pressure, Pa
+inline const Value Tmin(50.0, UnitArray(0, 0, 0, 0, 0, 0, 1, 0, 0));     // lowest temperature, K
+inline const Value Tmax(1500.0, UnitArray(0, 0, 0, 0, 0, 0, 1, 0, 0));   // highest temperature, K
+inline const Value Pmin(1e-5, UnitArray(0, 0, 0, -1, 0, 1, 0, -2, 0));   // lowest pressure, Pa
+inline const Value Pmax(1e10, UnitArray(0, 0, 0, -1, 0, 1, 0, -2, 0));   // highest pressure, Pa
+inline const Value R(8314.4, UnitArray(-1, 0, 0, 2, 0, 1, -1, -2, 0));   // gas constant, J/(kmol*K)
+inline const Value zero(0.0);
+inline const Value one(1.0);
+
+extern template class GenericValue<Active>;
+
+#endif
