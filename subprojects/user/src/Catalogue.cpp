@@ -1,8 +1,9 @@
 #include <tarvo/user/Catalogue.h>
+#include <tarvo/utility/Enumerator.h>
 
 namespace Tarvo::User {
 
-// Nothing can be registered yet: the node factory and the enumerators arrive with the object tree.
+// Nothing can be registered yet: the node factory arrives with the object tree.
 std::string types(int& error) {
     error = 0;
     return "{\"types\":[]}";
@@ -10,7 +11,13 @@ std::string types(int& error) {
 
 std::string enumerators(int& error) {
     error = 0;
-    return "{\"enumerators\":[]}";
+    std::string text = "{\"enumerators\":[";
+    const char* separator = "";
+    for (const auto& enumerator : Core::enumerators()) {
+        text += separator + enumerator.json();
+        separator = ",";
+    }
+    return text + "]}";
 }
 
 } // namespace Tarvo::User
