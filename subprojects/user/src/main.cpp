@@ -3,6 +3,7 @@
 #include <tarvo/user/main.h>
 #include <tarvo/utility/Error.h>
 #include <tarvo/utility/FunctionName.h>
+#include <tarvo/utility/IdFile.h>
 
 #include <cassert>
 #include <cstdio>
@@ -84,17 +85,10 @@ const Command commands[] = {
 
 } // namespace
 
-void setIdFile(int status) {
-    FILE* file = std::fopen("id.txt", "w");
-    const bool written = file && std::fprintf(file, "%d\n", status) > 0;
-    if (file && std::fclose(file) != 0) throw ErrorRunTime(TARVO_FUNCTION, "cannot write id.txt file");
-    if (!written) throw ErrorRunTime(TARVO_FUNCTION, "cannot write id.txt file");
-}
-
 void quit(int status) {
     finalizeKernel();
     try {
-        setIdFile(status);
+        Utility::setIdFile(status);
     } catch (const Error& e) {
         std::cerr << e.message() << std::endl;
     }

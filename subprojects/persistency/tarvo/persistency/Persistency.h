@@ -43,8 +43,8 @@ public:
     virtual void remove(int id, const std::string& table) = 0;
     // Rows with NID = id, or of the whole table for a negative id.
     virtual int countCID(int id, const std::string& table) = 0;
-    // Writes the row of N of a node; returns its identifier in the store.
-    virtual int insertObject(const Node& node, int offset) = 0;
+    // Writes the row of N of a node and stamps its update time; returns its identifier in the store.
+    virtual int insertObject(Node& node, int offset) = 0;
     virtual void retrieveObject(int id, std::string& uuid, std::string& tag, std::string& description,
                                 std::string& type, int& parent, int& root, double& created, double& updated) = 0;
     virtual void retrieveObject(const std::string& uuid, int& id, std::string& tag, std::string& description,

@@ -10,9 +10,6 @@ int main(int argc, char** argv);
 // exits: with `status` when it is negative, with 0 otherwise.
 [[noreturn]] void quit(int status);
 
-// Writes "id.txt". Throws ErrorRunTime "cannot write id.txt file" when it cannot.
-void setIdFile(int status);
-
 } // namespace Tarvo::User
 
 #endif

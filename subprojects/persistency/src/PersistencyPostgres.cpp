@@ -1,0 +1,373 @@
+#include <tarvo/persistency/Configuration.h>
+#include <tarvo/persistency/Node.h>
+#include <tarvo/persistency/PersistencyPostgres.h>
+
+#include <libpq-fe.h>
+
+#include <cstdlib>
+
+namespace {
+
+const SqlDialect postgres{
+    "INSERT INTO I(NID,TAG,DESCRIPTION,VALUE) VALUES($1,$2,$3,$4)",
+    "INSERT INTO Q(NID,TAG,DESCRIPTION,VALUE,UNIT,INPUT,OUTPUT) VALUES($1,$2,$3,$4,$5,$6,$7)",
+    "INSERT INTO S(NID,TAG,DESCRIPTION,VALUE) VALUES($1,$2,$3,$4)",
+    "INSERT INTO %s(NID,TAG,DESCRIPTION) VALUES($1,$2,$3)",
+    "INSERT INTO %s(NID,TAG,DESCRIPTION,UNIT,INPUT,OUTPUT) VALUES($1,$2,$3,$4,$5,$6)",
+    "INSERT INTO %sV (%s,VALUE) VALUES($1,$2)",
+    "UPDATE %s SET VALUE=$1 WHERE TAG=$2 AND NID=%d",
+    "UPDATE %sV SET VALUE=$1 WHERE ID=$2",
+    "SELECT TRIM(TAG),VALUE FROM I WHERE NID=%d",
+    "SELECT TRIM(TAG),VALUE,TRIM(UNIT),INPUT,OUTPUT FROM Q WHERE NID=%d",
+    "SELECT TRIM(TAG),TRIM(VALUE) FROM S WHERE NID=%d",
+    "SELECT ID, TRIM(TAG) FROM %s WHERE NID=%d",
+    "SELECT COUNT(*), MIN(ID) FROM %sV WHERE %s=%d",
+    "SELECT VALUE FROM %sV WHERE %s=%d ORDER BY ID",
+    "DELETE FROM %sV WHERE %s=%d",
+    {"delete from ivv using iv where ivv.vid = iv.id and iv.nid >= %d and iv.nid < %d + (select range from n where id = %d)",
+     "delete from svv using sv where svv.vid = sv.id and sv.nid >= %d and sv.nid < %d + (select range from n where id = %d)",
+     "delete from qvv using qv where qvv.vid = qv.id and qv.nid >= %d and qv.nid < %d + (select range from n where id = %d)",
+     "delete from qmv using qm where qmv.mid = qm.id and qm.nid >= %d and qm.nid < %d + (select range from n where id = %d)",
+     "delete from i where nid >= %d and nid < %d + (select range from n where id = %d)",
+     "delete from iv where nid >= %d and nid < %d + (select range from n where id = %d)",
+     "delete from s where nid >= %d and nid < %d + (select range from n where id = %d)",
+     "delete from sv where nid >= %d and nid < %d + (select range from n where id = %d)",
+     "delete from q where nid >= %d and nid < %d + (select range from n where id = %d)",
+     "delete from qv where nid >= %d and nid < %d + (select range from n where id = %d)",
+     "delete from qm where nid >= %d and nid < %d + (select range from n where id = %d)",
+     "delete from n where id >= %d and id < %d + (select range from n where id = %d)"},
+    "SELECT COALESCE(MAX(id+range),0) from N",
+};
+
+// Any number identifies the lock that serialises block allocation between kernels; this one spells "tarv".
+constexpr long long allocationLock = 0x74617276;
+
+std::string parameterText(const SqlParameter& p) {
+    switch (p.kind) {
+    case SqlParameter::integer:
+        return std::to_string(p.i);
+    case SqlParameter::real:
+        return PersistencySql::numberText(p.d);
+    case SqlParameter::boolean:
+        return p.i ? "t" : "f";
+    case SqlParameter::text:
+        break;
+    }
+    return p.s;
+}
+
+double numberOf(const std::optional<std::string>& text) { return text ? std::strtod(text->c_str(), nullptr) : 0.0; }
+int integerOf(const std::optional<std::string>& text) { return text ? std::atoi(text->c_str()) : 0; }
+
+} // namespace
+
+ErrorPostgres::ErrorPostgres(const std::string& function, const std::string& text) : Error(function) {
+    addSection("Postgres database driver Error: " + text);
+}
+
+// A named statement, prepared once for a map and dropped with it: a connection lives for one operation.
+class PostgresStatement : public SqlStatement {
+public:
+    PostgresStatement(PersistencyPostgres& db, std::string name, const std::string& sql, const std::string& context)
+        : db_(db), name_(std::move(name)), context_(context) {
+        db_.submit([&] { return PQsendPrepare(db_.connection_, name_.c_str(), sql.c_str(), 0, nullptr); },
+                   {context_, sql, {}, {}});
+    }
+    ~PostgresStatement() override {
+        const std::string sql = "DEALLOCATE \"" + name_ + "\"";
+        try {
+            db_.submit([&] { return PQsendQueryParams(db_.connection_, sql.c_str(), 0, nullptr, nullptr, nullptr, nullptr, 0); },
+                       {context_, sql, {}, {}});
+        } catch (const Error&) {
+            // The transaction has failed already and was rolled back, which drops the statement too.
+        }
+    }
+    void run(const std::vector<SqlParameter>& parameters, const std::string& noRowsError) override {
+        std::vector<std::string> texts;
+        texts.reserve(parameters.size());
+        for (const SqlParameter& p : parameters) texts.push_back(parameterText(p));
+        std::vector<const char*> values;
+        values.reserve(texts.size());
+        for (const std::string& t : texts) values.push_back(t.c_str());
+        db_.submit(
+            [&] {
+                return PQsendQueryPrepared(db_.connection_, name_.c_str(), static_cast<int>(values.size()), values.data(),
+                                           nullptr, nullptr, 0);
+            },
+            {context_, name_, noRowsError, {}});
+    }
+
+private:
+    PersistencyPostgres& db_;
+    std::string name_, context_;
+};
+
+PersistencyPostgres::PersistencyPostgres() : PersistencySql(postgres) {
+    connect_(connectionString(Configuration::kernel()).c_str());
+}
+
+PersistencyPostgres::PersistencyPostgres(const std::string& connection) : PersistencySql(postgres) {
+    connect_(connection.c_str());
+}
+
+PersistencyPostgres::~PersistencyPostgres() { PQfinish(connection_); }
+
+std::string PersistencyPostgres::connectionString(const Configuration& configuration) {
+    std::string text = "dbname=persistency user=tarvo password=kzmwt";
+    if (const auto host = configuration.setting("DatabaseHost")) text += " host=" + *host;
+    if (const auto port = configuration.setting("DatabasePort")) text += " port=" + *port;
+    return text;
+}
+
+void PersistencyPostgres::connect_(const char* connection) {
+    connection_ = PQconnectdb(connection);
+    if (PQstatus(connection_) != CONNECTION_OK) {
+        lastError_ = PQerrorMessage(connection_);
+        PQfinish(connection_);
+        connection_ = nullptr;
+        throw ErrorPostgres(__PRETTY_FUNCTION__, lastError_);
+    }
+}
+
+// A pipeline holds at most this many unanswered statements, so that neither side's buffers fill up.
+constexpr std::size_t pipelineDepth = 256;
+
+// A failed statement ends the transaction at once, so that the store never holds half of a tree.
+void PersistencyPostgres::fail(const std::string& context, const std::string& text) {
+    lastError_ = text;
+    if (pipeline_) leavePipeline();
+    if (depth_ > 0) {
+        PQclear(PQexec(connection_, "ROLLBACK"));
+        // Statements prepared in the pipeline before the failure outlive the rollback; their drops did not run.
+        PQclear(PQexec(connection_, "DEALLOCATE ALL"));
+        depth_ = 0;
+        allocationLocked_ = false;
+    }
+    throw ErrorPostgres(context, lastError_);
+}
+
+void PersistencyPostgres::leavePipeline() {
+    // Whatever is still unanswered is read and dropped, for libpq leaves the mode only when idle.
+    if (!pending_.empty()) {
+        PQpipelineSync(connection_);
+        for (std::size_t i = 0; i < pending_.size(); ++i)
+            while (pg_result* r = PQgetResult(connection_)) PQclear(r);
+        pending_.clear();
+        while (pg_result* r = PQgetResult(connection_)) {
+            const bool sync = PQresultStatus(r) == PGRES_PIPELINE_SYNC;
+            PQclear(r);
+            if (sync) break;
+        }
+    }
+    PQexitPipelineMode(connection_);
+    pipeline_ = false;
+}
+
+std::string PersistencyPostgres::failureText(pg_result* result, const std::string& sql) const {
+    std::string message = result ? PQresultErrorMessage(result) : PQerrorMessage(connection_);
+    if (!result) return message;
+    if (const char* detail = PQresultErrorField(result, PG_DIAG_MESSAGE_DETAIL)) message += detail;
+    if (const char* position = PQresultErrorField(result, PG_DIAG_STATEMENT_POSITION))
+        message += std::string(" at position ") + position + " of query: " + sql;
+    return message;
+}
+
+void PersistencyPostgres::submit(const Sender& send, Pending pending) {
+    ++statements_;
+    if (!send()) fail(pending.context, PQerrorMessage(connection_));
+    if (!pipeline_) {
+        pending_.push_back(std::move(pending));
+        synchronize();
+        return;
+    }
+    pending_.push_back(std::move(pending));
+    if (pending_.size() >= pipelineDepth) synchronize();
+}
+
+void PersistencyPostgres::synchronize() {
+    if (pipeline_ && !pending_.empty() && !PQpipelineSync(connection_)) fail("PersistencyPostgres::synchronize", PQerrorMessage(connection_));
+    std::string context, failure;
+    for (Pending& p : pending_) {
+        pg_result* result = PQgetResult(connection_);
+        while (pg_result* extra = PQgetResult(connection_)) PQclear(extra);
+        const ExecStatusType status = PQresultStatus(result);
+        if (failure.empty()) {
+            if (status != PGRES_COMMAND_OK && status != PGRES_TUPLES_OK) {
+                context = p.context;
+                failure = failureText(result, p.sql);
+            } else if (!p.noRowsError.empty() && std::atoi(PQcmdTuples(result)) == 0) {
+                context = p.context;
+                failure = p.noRowsError;
+            } else if (p.onResult) {
+                p.onResult(result);
+            }
+        }
+        PQclear(result);
+    }
+    pending_.clear();
+    if (pipeline_) {
+        while (pg_result* r = PQgetResult(connection_)) {
+            const bool sync = PQresultStatus(r) == PGRES_PIPELINE_SYNC;
+            PQclear(r);
+            if (sync) break;
+        }
+    }
+    if (!failure.empty()) fail(context, failure);
+}
+
+void PersistencyPostgres::execute(const std::string& sql, const std::string& context) {
+    submit([&] { return PQsendQueryParams(connection_, sql.c_str(), 0, nullptr, nullptr, nullptr, nullptr, 0); },
+           {context, sql, {}, {}});
+}
+
+SqlRows PersistencyPostgres::query(const std::string& sql, const std::string& context) {
+    SqlRows rows;
+    submit([&] { return PQsendQueryParams(connection_, sql.c_str(), 0, nullptr, nullptr, nullptr, nullptr, 0); },
+           {context, sql, {}, [&rows](pg_result* result) {
+                rows.resize(PQntuples(result));
+                const int columns = PQnfields(result);
+                for (int r = 0; r < static_cast<int>(rows.size()); ++r)
+                    for (int c = 0; c < columns; ++c)
+                        rows[r].push_back(PQgetisnull(result, r, c) ? std::nullopt
+                                                                     : std::optional<std::string>(PQgetvalue(result, r, c)));
+            }});
+    if (pipeline_) synchronize(); // the rows are wanted now
+    return rows;
+}
+
+std::unique_ptr<SqlStatement> PersistencyPostgres::prepare(const std::string& name, const std::string& sql,
+                                                           const std::string& context) {
+    return std::make_unique<PostgresStatement>(*this, name, sql, "PersistencyPostgres::" + context);
+}
+
+int PersistencyPostgres::lastVectorId(const std::string& table) {
+    return integerOf(query(sqlFormat("SELECT CURRVAL('%s_ID_SEQ')", table.c_str()), __PRETTY_FUNCTION__)[0][0]);
+}
+
+void PersistencyPostgres::begin() {
+    if (!PQenterPipelineMode(connection_)) fail(__PRETTY_FUNCTION__, PQerrorMessage(connection_));
+    pipeline_ = true;
+    allocationLocked_ = false;
+    execute("BEGIN", __PRETTY_FUNCTION__);
+}
+
+void PersistencyPostgres::commit() {
+    execute("COMMIT", __PRETTY_FUNCTION__);
+    synchronize();
+    leavePipeline();
+    allocationLocked_ = false;
+}
+
+// Two kernels that insert at once would otherwise read the same first free identifier; the lock lasts
+// to the end of the transaction that writes the block.
+void PersistencyPostgres::lockAllocation() {
+    if (allocationLocked_ || depth_ == 0) return;
+    execute(sqlFormat("SELECT pg_advisory_xact_lock(%lld)", allocationLock), __PRETTY_FUNCTION__);
+    allocationLocked_ = true;
+}
+
+std::string PersistencyPostgres::escape(const std::string& text) {
+    std::string escaped(2 * text.size() + 1, '\0');
+    int error = 0;
+    escaped.resize(PQescapeStringConn(connection_, escaped.data(), text.c_str(), text.size(), &error));
+    return escaped;
+}
+
+void PersistencyPostgres::purgeAll() {
+    execute("truncate table I, IVV, IV, Q, QVV, QV, QMV, QM, S, SVV, SV, N;", __PRETTY_FUNCTION__);
+}
+
+void PersistencyPostgres::purge(const std::string& table, int id) {
+    const char* t = table.c_str();
+    if (id == -1)
+        execute(sqlFormat("DELETE FROM %s", t), __PRETTY_FUNCTION__);
+    else if (table == "N")
+        execute(sqlFormat("DELETE FROM %s WHERE ID=%d", t, id), __PRETTY_FUNCTION__);
+    else
+        execute(sqlFormat("DELETE FROM %s WHERE NID=%d", t, id), __PRETTY_FUNCTION__);
+}
+
+int PersistencyPostgres::countRows(const std::string& table, int id) {
+    const std::string sql = id < 0 ? sqlFormat("SELECT count(*) FROM %s", table.c_str())
+                                   : sqlFormat("SELECT count(*) FROM %s WHERE id = %d", table.c_str(), id);
+    return integerOf(query(sql, __PRETTY_FUNCTION__)[0][0]);
+}
+
+int PersistencyPostgres::countCID(int id, const std::string& table) {
+    const std::string sql = id < 0 ? sqlFormat("SELECT COUNT(*) FROM %s", table.c_str())
+                                   : sqlFormat("SELECT COUNT(*) FROM %s WHERE NID=%d", table.c_str(), id);
+    return integerOf(query(sql, __PRETTY_FUNCTION__)[0][0]);
+}
+
+void PersistencyPostgres::remove(int id, const std::string& table) {
+    execute(sqlFormat("DELETE FROM %s WHERE id = %d", table.c_str(), id), __PRETTY_FUNCTION__);
+}
+
+int PersistencyPostgres::insertObject(Node& node, int offset) {
+    const int id = static_cast<int>(node.id()) - offset;
+    const std::string sql = sqlFormat(
+        "INSERT INTO N (ID, TAG, DESCRIPTION, TYPE, FULLTAG, UUID, CREATED_AT, UPDATED_AT, PARENT, ROOT, RANGE) "
+        "VALUES (%d, '%s','%s','%s', '%s', '%s', to_timestamp(%10f), now(), %d, %d, %d) RETURNING extract(epoch from "
+        "UPDATED_AT)",
+        id, escape(node.tag()).c_str(), escape(node.description()).c_str(), escape(node.type()).c_str(),
+        escape(node.fullTag()).c_str(), escape(node.uuid()).c_str(), node.createdAt(),
+        static_cast<int>(node.parentNode()->id()) - offset, static_cast<int>(node.rootId()) - offset,
+        static_cast<int>(node.range()));
+    Node* stamped = &node;
+    submit([&] { return PQsendQueryParams(connection_, sql.c_str(), 0, nullptr, nullptr, nullptr, nullptr, 0); },
+           {__PRETTY_FUNCTION__, sql, {}, [stamped](pg_result* result) {
+                if (PQntuples(result) == 1) stamped->setUpdatedAt(std::strtod(PQgetvalue(result, 0, 0), nullptr));
+            }});
+    return id;
+}
+
+void PersistencyPostgres::retrieveRow(const SqlRows& rows, std::string& tag, std::string& description,
+                                      std::string& type, int& parent, int& root, double& created, double& updated) {
+    const SqlRow& row = rows.front();
+    tag = row[1].value_or("");
+    description = row[2].value_or("");
+    type = row[3].value_or("");
+    parent = integerOf(row[4]);
+    root = integerOf(row[5]);
+    created = numberOf(row[6]);
+    updated = numberOf(row[7]);
+}
+
+void PersistencyPostgres::retrieveObject(int id, std::string& uuid, std::string& tag, std::string& description,
+                                         std::string& type, int& parent, int& root, double& created, double& updated) {
+    const SqlRows rows = query(sqlFormat("SELECT TRIM(UUID), TRIM(TAG), TRIM(DESCRIPTION), TRIM(TYPE), PARENT, ROOT, "
+                                         "extract(epoch from CREATED_AT), extract(epoch from UPDATED_AT) FROM N WHERE ID=%d",
+                                         id),
+                               __PRETTY_FUNCTION__);
+    if (rows.empty()) fail(__PRETTY_FUNCTION__, "can't find in N");
+    uuid = rows.front()[0].value_or("");
+    retrieveRow(rows, tag, description, type, parent, root, created, updated);
+}
+
+void PersistencyPostgres::retrieveObject(const std::string& uuid, int& id, std::string& tag, std::string& description,
+                                         std::string& type, int& parent, int& root, double& created, double& updated) {
+    const SqlRows rows = query(sqlFormat("SELECT ID, TRIM(TAG), TRIM(DESCRIPTION), TRIM(TYPE), PARENT, ROOT, extract(epoch "
+                                         "from CREATED_AT), extract(epoch from UPDATED_AT) FROM N WHERE UUID='%s'",
+                                         escape(uuid).c_str()),
+                               __PRETTY_FUNCTION__);
+    if (rows.empty()) fail(__PRETTY_FUNCTION__, "can't find in N");
+    id = integerOf(rows.front()[0]);
+    retrieveRow(rows, tag, description, type, parent, root, created, updated);
+}
+
+void PersistencyPostgres::retrieveChildren(int id, std::vector<std::pair<int, std::string>>& children) {
+    children.clear();
+    for (const SqlRow& row : query(sqlFormat("SELECT ID,TRIM(TYPE) FROM N WHERE PARENT=%d ORDER BY ID", id),
+                                   __PRETTY_FUNCTION__))
+        if (integerOf(row[0]) != id) children.emplace_back(integerOf(row[0]), row[1].value_or("")); // a root is its own parent
+}
+
+void PersistencyPostgres::update(int id) {
+    push_transaction();
+    execute(sqlFormat("UPDATE N SET UPDATED_AT=now() WHERE ID=%d", id), __PRETTY_FUNCTION__);
+    pop_transaction();
+}
+
+int PersistencyPostgres::try_lock(int, std::string&, int) { return 0; }
+int PersistencyPostgres::check_lock(int, std::string&) { return 0; }
+int PersistencyPostgres::release_lock(int, std::string&) { return 0; }

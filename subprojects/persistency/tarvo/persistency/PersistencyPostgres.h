@@ -1,0 +1,96 @@
+#ifndef TARVO_PERSISTENCY_PERSISTENCYPOSTGRES_H
+#define TARVO_PERSISTENCY_PERSISTENCYPOSTGRES_H
+
+#include <tarvo/persistency/PersistencySql.h>
+#include <tarvo/utility/Error.h>
+
+#include <functional>
+
+struct pg_conn;
+struct pg_result;
+class Configuration;
+
+class ErrorPostgres : public Error {
+public:
+    // "Postgres database driver Error: " and the server's message.
+    ErrorPostgres(const std::string& function, const std::string& text);
+};
+
+// The working store of the kernel: a PostgreSQL database reached through libpq. An object lives for one
+// operation: its constructor connects and its destructor disconnects. Inside a transaction statements
+// are pipelined: sent without waiting for each reply, which are read at the next query and at commit,
+// so that writing a case costs a few round trips instead of one per item.
+class PersistencyPostgres : public PersistencySql {
+public:
+    // Connects to the server named in the kernel's configuration file.
+    PersistencyPostgres();
+    explicit PersistencyPostgres(const std::string& connection);
+    ~PersistencyPostgres() override;
+    PersistencyPostgres(const PersistencyPostgres&) = delete;
+    PersistencyPostgres& operator=(const PersistencyPostgres&) = delete;
+
+    // "dbname=persistency user=tarvo password=kzmwt", then " host=" and " port=" where the configuration
+    // has DatabaseHost and DatabasePort.
+    static std::string connectionString(const Configuration& configuration);
+    // Empties every table of the store in one statement.
+    void purgeAll();
+
+    void purge(const std::string& table, int id) override;
+    int countRows(const std::string& table, int id) override;
+    void remove(int id, const std::string& table) override;
+    int countCID(int id, const std::string& table) override;
+    int insertObject(Node& node, int offset) override;
+    void retrieveObject(int id, std::string& uuid, std::string& tag, std::string& description, std::string& type,
+                        int& parent, int& root, double& created, double& updated) override;
+    void retrieveObject(const std::string& uuid, int& id, std::string& tag, std::string& description,
+                        std::string& type, int& parent, int& root, double& created, double& updated) override;
+    void retrieveChildren(int id, std::vector<std::pair<int, std::string>>& children) override;
+    void update(int id) override;
+    using PersistencySql::update;
+    // A multi-user store supplies its own locks; this one has none.
+    int try_lock(int id, std::string& who, int seconds) override;
+    int check_lock(int id, std::string& who) override;
+    int release_lock(int id, std::string& who) override;
+
+protected:
+    void execute(const std::string& sql, const std::string& context) override;
+    SqlRows query(const std::string& sql, const std::string& context) override;
+    std::unique_ptr<SqlStatement> prepare(const std::string& name, const std::string& sql,
+                                          const std::string& context) override;
+    int lastVectorId(const std::string& table) override;
+    void begin() override;
+    void commit() override;
+    void lockAllocation() override;
+    [[noreturn]] void fail(const std::string& context, const std::string& text) override;
+
+private:
+    friend class PostgresStatement;
+    // A statement sent and not yet answered, with what to do with its reply.
+    struct Pending {
+        std::string context;
+        std::string sql;
+        std::string noRowsError;
+        std::function<void(pg_result*)> onResult;
+    };
+    using Sender = std::function<int()>; // sends one statement; libpq's status of the send
+
+    void connect_(const char* connection);
+    // Sends a statement: at once outside a transaction, into the pipeline inside one.
+    void submit(const Sender& send, Pending pending);
+    // Reads every pending reply; the first failure among them fails the transaction.
+    void synchronize();
+    // A result whose status is no success: the message with the server's detail and position.
+    std::string failureText(pg_result* result, const std::string& sql) const;
+    void leavePipeline();
+    std::string escape(const std::string& text);
+    void retrieveRow(const SqlRows& rows, std::string& tag, std::string& description, std::string& type, int& parent,
+                     int& root, double& created, double& updated);
+
+    pg_conn* connection_ = nullptr;
+    std::string lastError_;
+    bool allocationLocked_ = false;
+    bool pipeline_ = false;
+    std::vector<Pending> pending_;
+};
+
+#endif

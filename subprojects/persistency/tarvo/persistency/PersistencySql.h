@@ -1,0 +1,132 @@
+#ifndef TARVO_PERSISTENCY_PERSISTENCYSQL_H
+#define TARVO_PERSISTENCY_PERSISTENCYSQL_H
+
+#include <tarvo/persistency/Persistency.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+// One parameter of a prepared statement: every driver sends its own form of it.
+struct SqlParameter {
+    enum Kind { integer, real, text, boolean } kind;
+    long long i = 0;
+    double d = 0;
+    std::string s;
+    static SqlParameter of(int v) { return {integer, v, 0, {}}; }
+    static SqlParameter of(double v) { return {real, 0, v, {}}; }
+    static SqlParameter of(const std::string& v) { return {text, 0, 0, v}; }
+    static SqlParameter flag(bool v) { return {boolean, v, 0, {}}; }
+};
+
+using SqlRow = std::vector<std::optional<std::string>>;
+using SqlRows = std::vector<SqlRow>;
+
+// A statement prepared once and run for every item of a map. A driver may send it on without waiting
+// for the reply: failures then surface at the next point where the driver reads from the database, at
+// the latest when the transaction commits.
+class SqlStatement {
+public:
+    virtual ~SqlStatement() = default;
+    // Runs the statement; when `noRowsError` is not empty, a statement that changes no row fails with it.
+    virtual void run(const std::vector<SqlParameter>& parameters, const std::string& noRowsError = std::string()) = 0;
+};
+
+// The statements in which the two stores' SQL differs.
+struct SqlDialect {
+    std::string insertI, insertQ, insertS; // prepared, with parameters NID, TAG, DESCRIPTION, VALUE [, UNIT, INPUT, OUTPUT]
+    std::string insertVector;              // "%s": table; parameters NID, TAG, DESCRIPTION
+    std::string insertQuantityVector;      // "%s": table; parameters NID, TAG, DESCRIPTION, UNIT, INPUT, OUTPUT
+    std::string insertVectorValue;         // "%s" "%s": table, link column; parameters link, VALUE
+    std::string updateScalar;              // "%s" "%d": table, NID; parameters VALUE, TAG
+    std::string updateVectorValue;         // "%s": table; parameters VALUE, ID
+    std::string readI, readQ, readS;       // "%d": NID
+    std::string selectVectors;             // "%s" "%d": table, NID; columns ID, TAG
+    std::string countVectorValues;         // "%s" "%s" "%d": table, link, vector ID; columns COUNT, MIN(ID)
+    std::string selectVectorValues;        // "%s" "%s" "%d"; column VALUE, in ID order
+    std::string deleteVectorValues;        // "%s" "%s" "%d"
+    std::vector<std::string> removeBlock;  // each with "%d" three times
+    std::string getId;
+};
+
+// The storage interface over a relational database: the algorithms that both stores share (items,
+// vectors, blocks, safe numbers), on top of a few primitives that each driver supplies.
+class PersistencySql : public Persistency {
+public:
+    // Infinities become ±8.988465674311579e307, subnormals ±4.450147717014403e-308, NaN 0, so that any
+    // database takes the number back.
+    static double safeNumber(double x);
+    // The safe number as text that reads back to the same double.
+    static std::string numberText(double x);
+
+    void push_transaction() override;
+    void pop_transaction() override;
+    int getId() override;
+    void removeObject(int id) override;
+
+    void insert(const IntegerMap& items, int offset) override;
+    void read(int id, const IntegerMap& items) override;
+    void update(int id, const IntegerMap& items) override;
+    void insert(const QuantityMap& items, int offset) override;
+    void read(int id, const QuantityMap& items) override;
+    void update(int id, const QuantityMap& items) override;
+    void insert(const StringMap& items, int offset) override;
+    void read(int id, const StringMap& items) override;
+    void update(int id, const StringMap& items) override;
+    void insert(const IntegerVectorMap& items, int offset) override;
+    void read(int id, const IntegerVectorMap& items) override;
+    void update(int id, const IntegerVectorMap& items) override;
+    void insert(const QuantityVectorMap& items, int offset) override;
+    void read(int id, const QuantityVectorMap& items) override;
+    void update(int id, const QuantityVectorMap& items) override;
+    void insert(const QuantityMatrixMap& items, int offset) override;
+    void read(int id, const QuantityMatrixMap& items) override;
+    void update(int id, const QuantityMatrixMap& items) override;
+    void insert(const StringVectorMap& items, int offset) override;
+    void read(int id, const StringVectorMap& items) override;
+    void update(int id, const StringVectorMap& items) override;
+
+    // The number of statements sent to the database since construction.
+    long statements() const { return statements_; }
+
+protected:
+    explicit PersistencySql(const SqlDialect& dialect) : dialect_(dialect) {}
+
+    // Primitives of a driver. `context` names the operation for error messages.
+    virtual void execute(const std::string& sql, const std::string& context) = 0;
+    virtual SqlRows query(const std::string& sql, const std::string& context) = 0;
+    virtual std::unique_ptr<SqlStatement> prepare(const std::string& name, const std::string& sql,
+                                                  const std::string& context) = 0;
+    // The identifier of the row just inserted into the vector table `table`.
+    virtual int lastVectorId(const std::string& table) = 0;
+    virtual void begin() = 0;
+    virtual void commit() = 0;
+    // Called inside the transaction before identifiers are allocated or value rows rewritten, so that
+    // a driver can serialise those between concurrent kernels.
+    virtual void lockAllocation() {}
+    // Throws the driver's error class.
+    [[noreturn]] virtual void fail(const std::string& context, const std::string& text) = 0;
+    // Booleans as the database gives them back.
+    static bool flagValue(const std::optional<std::string>& text);
+
+    long statements_ = 0;
+    int depth_ = 0;
+    const SqlDialect& dialect_;
+
+private:
+    template <typename Map, typename Parameter>
+    void insertVectors(const Map& items, int offset, const char* table, const char* link, Parameter parameter);
+    template <typename Map, typename Assign>
+    void readVectors(int id, const Map& items, const char* table, const char* link, Assign assign);
+    template <typename Map, typename Parameter>
+    void updateVectors(int id, const Map& items, const char* table, const char* link, Parameter parameter);
+    template <typename Map, typename Parameter>
+    void updateScalars(int id, const Map& items, const char* table, Parameter parameter);
+    template <typename Item> int ownerId(const Item& item, int offset, const char* table);
+};
+
+// sprintf into a std::string.
+std::string sqlFormat(const char* format, ...) __attribute__((format(printf, 1, 2)));
+
+#endif

@@ -1,0 +1,314 @@
+#include "TemporaryDatabase.h"
+#include "TestTree.h"
+
+#include <tarvo/persistency/Configuration.h>
+#include <tarvo/persistency/PersistencyPostgres.h>
+#include <tarvo/persistency/PersistencySqlite.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <limits>
+#include <memory>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using Tarvo::Persistency::Defaults;
+
+namespace {
+
+// A plant whose items hold values unlike their defaults, with flags raised here and there.
+std::unique_ptr<Plant> filledPlant() {
+    std::unique_ptr<Plant> plant(newPlant());
+    plant->T = Value(412.5, "K");
+    plant->T.setInput();
+    plant->P.setOutput();
+    plant->x[1] = Value(0.3);
+    plant->K(1, 2) = Value(-7.25);
+    plant->n = 9;
+    plant->stages[0] = -3;
+    plant->name = "renamed";
+    plant->labels[1] = "second";
+    plant->Q("S01:Tphase.ndot") = Value(1.0 / 3.0, "kmol/s");
+    plant->S("COND.name") = "condenser";
+    return plant;
+}
+
+std::unique_ptr<Node> retrieve(Persistency& store, int id) {
+    registerTestTree();
+    return std::unique_ptr<Node>(NodeFactory::create("Plant", Defaults(), id, &store, nullptr, nullptr));
+}
+
+class Store : public ::testing::Test {
+protected:
+    TemporaryDatabase database_;
+    PersistencyPostgres store_{database_.connection()};
+};
+
+std::string temporaryFile() {
+    char name[] = "/tmp/tarvo-store-XXXXXX";
+    close(mkstemp(name));
+    return name;
+}
+
+} // namespace
+
+TEST_F(Store, BlocksAreAllocatedAtTheEndAndReusedAfterRemoval) {
+    EXPECT_EQ(store_.getId(), 0);
+    std::unique_ptr<Plant> first(newPlant()), second(newPlant());
+    EXPECT_EQ(first->insert(&store_), 0);
+    EXPECT_EQ(store_.getId(), 5);
+    EXPECT_EQ(store_.countRows("N", -1), 5);
+    std::vector<std::pair<int, std::string>> children;
+    store_.retrieveChildren(0, children);
+    ASSERT_EQ(children.size(), 3u);
+    std::string uuid, tag, description, type;
+    int parent = -1, root = -1;
+    double created = 0, updated = 0;
+    store_.retrieveObject(children[1].first, uuid, tag, description, type, parent, root, created, updated);
+    EXPECT_EQ(root, 0);
+    EXPECT_EQ(parent, 0);
+    EXPECT_EQ(type, "Section");
+    EXPECT_EQ(uuid, first->at("S01").uuid());
+    EXPECT_NEAR(created, first->at("S01").createdAt(), 1.0);
+
+    EXPECT_EQ(second->insert(&store_), 5);
+    EXPECT_EQ(second->at("COND").offset(), -5);
+    store_.removeObject(5);
+    EXPECT_EQ(store_.getId(), 5);
+    EXPECT_EQ(store_.countCID(5, "Q"), 0);
+    EXPECT_EQ(store_.countCID(0, "Q"), 4);
+    store_.removeObject(99); // unknown: nothing happens
+    EXPECT_EQ(store_.countRows("N", -1), 5);
+}
+
+TEST_F(Store, RoundTripGivesAnEqualTree) {
+    std::unique_ptr<Plant> plant = filledPlant();
+    const int id = plant->insert(&store_);
+    std::unique_ptr<Node> back = retrieve(store_, id);
+    EXPECT_TRUE(back->equals(*plant));
+    auto& copy = dynamic_cast<Plant&>(*back);
+    EXPECT_TRUE(copy.T.input());
+    EXPECT_TRUE(copy.P.output());
+    EXPECT_FALSE(copy.T.output());
+    EXPECT_EQ(copy.Q("S01:Tphase.ndot").toDouble(), 1.0 / 3.0); // every digit comes back
+    EXPECT_EQ(copy.Q("S01:Tphase.ndot").unitText(), "kmol s^-1");
+    EXPECT_EQ(copy.at("S01:Tphase").id(), 3u);
+    EXPECT_TRUE(copy.retrieved());
+}
+
+TEST_F(Store, UpdateRewritesValuesAndResizedVectors) {
+    std::unique_ptr<Plant> plant = filledPlant();
+    const int id = plant->insert(&store_);
+    const int labelRows = store_.countRows("SVV", -1);
+    plant->T = Value(500.0, "K");
+    plant->labels.resize(5); // another size: written anew
+    plant->labels[4] = "fifth";
+    plant->x[2] = Value(0.6); // the same size: rewritten in place
+    plant->Q("COND.P") = Value(3.0, "bar");
+    EXPECT_EQ(plant->update(&store_), id);
+    EXPECT_EQ(store_.countRows("SVV", -1), labelRows + 3);
+    std::unique_ptr<Node> back = retrieve(store_, id);
+    EXPECT_TRUE(back->equals(*plant));
+    EXPECT_EQ(dynamic_cast<Plant&>(*back).labels.size(), 5u);
+}
+
+TEST_F(Store, VectorOfTheSameSizeKeepsItsRowIdentifiers) {
+    std::unique_ptr<Plant> plant = filledPlant();
+    plant->insert(&store_);
+    database_.execute("CREATE TABLE qvv_before AS SELECT ID, VID FROM QVV");
+    plant->x[0] = Value(0.9);
+    plant->update(&store_);
+    database_.execute("CREATE TABLE changed AS SELECT a.ID FROM QVV a LEFT JOIN qvv_before b ON a.ID = b.ID WHERE b.ID IS NULL");
+    EXPECT_EQ(store_.countRows("changed", -1), 0);
+}
+
+TEST_F(Store, MatrixValuesAreStoredByColumns) {
+    std::unique_ptr<Plant> plant(newPlant());
+    for (int r = 0; r < 2; ++r)
+        for (int c = 0; c < 3; ++c) plant->K(r, c) = Value(10.0 * r + c);
+    plant->insert(&store_);
+    database_.execute("CREATE TABLE order_check AS SELECT QMV.VALUE FROM QMV JOIN QM ON QMV.MID = QM.ID "
+                      "WHERE QM.NID = 0 ORDER BY QMV.ID");
+    // Row ID order 0, 10, 1, 11, 2, 12: column after column.
+    database_.execute("DO $$ BEGIN IF (SELECT string_agg(VALUE::text, ',') FROM order_check) <> '0,10,1,11,2,12' "
+                      "THEN RAISE EXCEPTION 'wrong order'; END IF; END $$");
+}
+
+TEST_F(Store, UnsafeNumbersGoInAsLargeFiniteOnes) {
+    std::unique_ptr<Plant> plant(newPlant());
+    plant->T = Value(std::numeric_limits<double>::infinity(), "K");
+    plant->P = Value(-std::numeric_limits<double>::infinity(), "Pa");
+    plant->ndot = Value(1e-310, "kmol/s");
+    plant->x[0] = Value(std::nan(""));
+    const int id = plant->insert(&store_);
+    auto& back = dynamic_cast<Plant&>(*retrieve(store_, id).release());
+    std::unique_ptr<Node> owner(&back);
+    EXPECT_EQ(back.T.toDouble(), 8.988465674311579e307);
+    EXPECT_EQ(back.P.toDouble(), -8.988465674311579e307);
+    EXPECT_EQ(back.ndot.toDouble(), 4.450147717014403e-308);
+    EXPECT_EQ(back.x[0].toDouble(), 0.0);
+}
+
+TEST_F(Store, UpdateOfMissingRowsNamesTheTag) {
+    std::unique_ptr<Plant> plant(newPlant());
+    plant->insert(&store_);
+    store_.purge("Q", 0);
+    try {
+        plant->update(&store_);
+        FAIL() << "no error";
+    } catch (const ErrorPostgres& e) {
+        EXPECT_NE(e.message().find("Postgres database driver Error: Record A[1][1] not found!"), std::string::npos)
+            << e.message();
+        EXPECT_NE(e.message().find("Called from function: Node::update"), std::string::npos);
+    }
+}
+
+TEST_F(Store, AnInsertThatFailsHalfWayLeavesNothingBehind) {
+    std::unique_ptr<Plant> plant(newPlant());
+    // A string longer than its column stops the insert at the third node.
+    plant->S("S01.name") = std::string(300, 'x');
+    EXPECT_THROW(plant->insert(&store_), ErrorPostgres);
+    for (const char* table : {"N", "I", "IV", "IVV", "Q", "QV", "QVV", "QM", "QMV", "S", "SV", "SVV"})
+        EXPECT_EQ(store_.countRows(table, -1), 0) << table;
+    plant->S("S01.name") = "short";
+    try {
+        EXPECT_EQ(plant->insert(&store_), 0); // the same connection goes on
+    } catch (const Error& e) {
+        ADD_FAILURE() << e.message();
+    }
+}
+
+TEST_F(Store, PurgeOfAnEmptyStoreSucceeds) {
+    store_.purgeAll();
+    std::unique_ptr<Plant>(newPlant())->insert(&store_);
+    store_.purgeAll();
+    EXPECT_EQ(store_.countRows("N", -1), 0);
+    EXPECT_EQ(store_.getId(), 0);
+}
+
+TEST_F(Store, ConcurrentKernelsGetDisjointBlocks) {
+    constexpr int kernels = 8, treesEach = 4;
+    std::vector<pid_t> children;
+    for (int k = 0; k < kernels; ++k) {
+        const pid_t pid = fork();
+        if (pid == 0) {
+            int status = 0;
+            try {
+                PersistencyPostgres own(database_.connection());
+                for (int t = 0; t < treesEach; ++t) std::unique_ptr<Plant>(filledPlant())->insert(&own);
+            } catch (const Error& e) {
+                std::fputs(e.message().c_str(), stderr);
+                status = 1;
+            }
+            _exit(status);
+        }
+        children.push_back(pid);
+    }
+    for (pid_t pid : children) {
+        int status = -1;
+        waitpid(pid, &status, 0);
+        EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+    }
+    const int trees = kernels * treesEach;
+    EXPECT_EQ(store_.countRows("N", -1), trees * 5);
+    EXPECT_EQ(store_.getId(), trees * 5);
+    EXPECT_EQ(store_.countRows("Q", -1), trees * 5 * 4);
+    // Every block is whole: each root's subtree holds exactly its own rows.
+    for (int root = 0; root < trees * 5; root += 5) EXPECT_EQ(store_.countCID(root + 4, "Q"), 4) << root;
+}
+
+TEST(StoreConnection, WrongPasswordAndClosedPortAreReported) {
+    const std::string server = PersistencyPostgres::connectionString(Configuration(Configuration::kernelFile));
+    std::string wrong = server;
+    wrong.replace(wrong.find("password=kzmwt"), 14, "password=wrong");
+    try {
+        PersistencyPostgres store(wrong);
+        FAIL();
+    } catch (const ErrorPostgres& e) {
+        EXPECT_NE(e.message().find("Postgres database driver Error: "), std::string::npos);
+        EXPECT_NE(e.message().find("password authentication failed"), std::string::npos) << e.message();
+    }
+    try {
+        PersistencyPostgres store("dbname=persistency user=tarvo password=kzmwt host=127.0.0.1 port=1");
+        FAIL();
+    } catch (const ErrorPostgres& e) {
+        EXPECT_NE(e.message().find("Connection refused"), std::string::npos) << e.message();
+    }
+}
+
+TEST(Configuration, SettingsOfTheSection) {
+    const std::string file = temporaryFile();
+    std::ofstream(file) << "DatabaseHost=elsewhere\n[1.0]\n[1.1]\nDatabaseHost = db.local\nDatabasePort= 5433\n"
+                           "Greeting=a\\nb\nDatabaseHostname=x\n";
+    const Configuration c(file);
+    EXPECT_TRUE(c.readable());
+    EXPECT_EQ(c.setting("DatabaseHost"), std::optional<std::string>(" db.local"));
+    EXPECT_EQ(c.setting("DatabasePort"), std::optional<std::string>(" 5433")); // a leading blank is kept
+    EXPECT_EQ(c.setting("Greeting"), std::optional<std::string>("a\nb"));
+    EXPECT_EQ(c.setting("Missing"), std::nullopt);
+    EXPECT_EQ(PersistencyPostgres::connectionString(c),
+              "dbname=persistency user=tarvo password=kzmwt host= db.local port= 5433");
+    std::ofstream(file) << "[1.1]\n";
+    EXPECT_EQ(PersistencyPostgres::connectionString(Configuration(file)), "dbname=persistency user=tarvo password=kzmwt");
+    std::filesystem::remove(file);
+}
+
+TEST(ConfigurationDeathTest, AMissingFileEndsTheProcessWithMinus200) {
+    const auto folder = std::filesystem::temp_directory_path() / ("tarvo-config-" + std::to_string(getpid()));
+    std::filesystem::create_directories(folder);
+    const auto here = std::filesystem::current_path();
+    std::filesystem::current_path(folder);
+    EXPECT_EXIT(Configuration::openOrQuit("/nonexistent/TARVO.conf"), ::testing::ExitedWithCode(0),
+                "Can not open configuration file: \\[/nonexistent/TARVO.conf\\]");
+    std::filesystem::current_path(here);
+    std::ifstream id(folder / "id.txt");
+    std::string text;
+    std::getline(id, text);
+    EXPECT_EQ(text, "-200");
+    std::filesystem::remove_all(folder);
+}
+
+TEST(SqliteStore, RoundTripIntoAFreshFile) {
+    const std::string file = temporaryFile();
+    std::unique_ptr<Plant> plant = filledPlant();
+    {
+        PersistencySqlite store(file);
+        store.initialize();
+        EXPECT_EQ(plant->insert(&store), 0);
+        EXPECT_EQ(store.countRows("N", -1), 5);
+        std::unique_ptr<Node> back = retrieve(store, 0);
+        EXPECT_TRUE(back->equals(*plant));
+        plant->labels.resize(1);
+        plant->T = Value(250.0, "K");
+        plant->update(&store);
+        EXPECT_TRUE(retrieve(store, 0)->equals(*plant));
+        store.removeObject(0);
+        EXPECT_EQ(store.countRows("N", -1), 0);
+        EXPECT_EQ(store.countRows("QVV", -1), 0);
+    }
+    std::filesystem::remove(file);
+}
+
+TEST(SqliteStore, RefusesAFileThatDoesNotExist) {
+    try {
+        PersistencySqlite store("/nonexistent/case.db");
+        FAIL();
+    } catch (const ErrorSqlite& e) {
+        EXPECT_NE(e.message().find("Sqlite database driver Error: can't open db file /nonexistent/case.db"),
+                  std::string::npos);
+    }
+}
+
+TEST(SqliteStore, LocksRefuseBadArgumentsAtOnce) {
+    const std::string file = temporaryFile();
+    PersistencySqlite store(file);
+    std::string who = "NULL";
+    EXPECT_EQ(store.check_lock(1, who), 0);
+    who = "me";
+    EXPECT_EQ(store.try_lock(1, who, 3600), 0);
+    EXPECT_EQ(store.try_lock(-1, who, 10), 0);
+    std::filesystem::remove(file);
+}

@@ -1,0 +1,63 @@
+#include "TemporaryDatabase.h"
+
+#include <tarvo/persistency/Configuration.h>
+#include <tarvo/persistency/PersistencyPostgres.h>
+
+#include <libpq-fe.h>
+
+#include <atomic>
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+#include <unistd.h>
+
+namespace {
+
+std::string withDatabase(const std::string& connection, const std::string& database) {
+    std::string text = connection;
+    const std::string from = "dbname=persistency";
+    text.replace(text.find(from), from.size(), "dbname=" + database);
+    return text;
+}
+
+void run(const std::string& connection, const std::string& sql) {
+    PGconn* c = PQconnectdb(connection.c_str());
+    if (PQstatus(c) != CONNECTION_OK) {
+        const std::string message = PQerrorMessage(c);
+        PQfinish(c);
+        throw std::runtime_error("test database: " + message);
+    }
+    PQsetNoticeProcessor(c, [](void*, const char*) {}, nullptr); // "does not exist, skipping" is expected
+    PGresult* r = PQexec(c, sql.c_str());
+    const bool ok = PQresultStatus(r) == PGRES_COMMAND_OK || PQresultStatus(r) == PGRES_TUPLES_OK;
+    const std::string message = PQresultErrorMessage(r);
+    PQclear(r);
+    PQfinish(c);
+    if (!ok) throw std::runtime_error("test database: " + message);
+}
+
+} // namespace
+
+TemporaryDatabase::TemporaryDatabase() {
+    static std::atomic<int> counter{0};
+    name_ = "tarvo_test_" + std::to_string(getpid()) + "_" + std::to_string(counter++);
+    const std::string server = PersistencyPostgres::connectionString(Configuration(Configuration::kernelFile));
+    run(withDatabase(server, "postgres"), "DROP DATABASE IF EXISTS " + name_);
+    run(withDatabase(server, "postgres"), "CREATE DATABASE " + name_);
+    connection_ = withDatabase(server, name_);
+    std::ifstream schema(TARVO_SCHEMA_FILE);
+    std::stringstream text;
+    text << schema.rdbuf();
+    run(connection_, "SET client_min_messages = warning; " + text.str());
+}
+
+TemporaryDatabase::~TemporaryDatabase() {
+    try {
+        const std::string server = PersistencyPostgres::connectionString(Configuration(Configuration::kernelFile));
+        run(withDatabase(server, "postgres"), "DROP DATABASE IF EXISTS " + name_ + " WITH (FORCE)");
+    } catch (const std::exception&) {
+        // A database left behind is dropped by the next run of the same process id, or by hand.
+    }
+}
+
+void TemporaryDatabase::execute(const std::string& sql) const { run(connection_, sql); }

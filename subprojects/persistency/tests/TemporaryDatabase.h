@@ -1,0 +1,26 @@
+#ifndef TARVO_PERSISTENCY_TESTS_TEMPORARYDATABASE_H
+#define TARVO_PERSISTENCY_TESTS_TEMPORARYDATABASE_H
+
+#include <string>
+
+// A database of its own on the local store, with the kernel's schema, dropped when the object goes:
+// tests that run at the same time never see each other's rows.
+class TemporaryDatabase {
+public:
+    TemporaryDatabase();
+    ~TemporaryDatabase();
+    TemporaryDatabase(const TemporaryDatabase&) = delete;
+    TemporaryDatabase& operator=(const TemporaryDatabase&) = delete;
+
+    // The connection string of the new database, for PersistencyPostgres.
+    const std::string& connection() const { return connection_; }
+    const std::string& name() const { return name_; }
+    // Runs SQL as the administrator of this database's server connection (for tests that corrupt rows).
+    void execute(const std::string& sql) const;
+
+private:
+    std::string name_;
+    std::string connection_;
+};
+
+#endif
