@@ -118,31 +118,43 @@ void GenericActive<V>::combineSparse(V a, const GenericActive& xa, V b, const Ge
 
 template class GenericActive<double>;
 
+namespace {
+
+// The contexts stay allocated when popped, so that the push of the next solve of similar size, one per
+// Jacobian evaluation, allocates nothing. The bottom context, with no directions, is always there.
+std::size_t depth = 1;
+
+} // namespace
+
 std::vector<ActiveContext>& ActiveContext::stack() {
-    // The bottom context, with no directions, is there from the first use to the process's end.
     static std::vector<ActiveContext> contexts{ActiveContext(0)};
     return contexts;
 }
 
+ActiveContext& ActiveContext::top() { return stack()[depth - 1]; }
+
 void ActiveContext::push(int numdir) {
-    stack().push_back(ActiveContext(numdir));
+    auto& contexts = stack();
+    if (depth == contexts.size()) contexts.push_back(ActiveContext(0));
+    ActiveContext& context = contexts[depth++];
+    context.numdir_ = numdir;
+    context.Directions_.assign(numdir, nullptr);
     Active::numdir_ = numdir;
 }
 
 void ActiveContext::pop() {
-    auto& contexts = stack();
-    if (contexts.size() > 1) contexts.pop_back();
-    Active::numdir_ = contexts.back().numdir_;
+    if (depth > 1) --depth;
+    Active::numdir_ = top().numdir_;
 }
 
 int ActiveContext::numdir() { return Active::numdir_; }
 
-Active* ActiveContext::direction(int i) { return stack().back().Directions_.at(i); }
+Active* ActiveContext::direction(int i) { return top().Directions_.at(i); }
 
-void ActiveContext::setDirection(int i, Active* variable) { stack().back().Directions_.at(i) = variable; }
+void ActiveContext::setDirection(int i, Active* variable) { top().Directions_.at(i) = variable; }
 
 void ActiveContext::dump(std::ostream& out) {
-    const auto& top = stack().back();
+    const auto& top = ActiveContext::top();
     char line[64];
     for (int i = 0; i < top.numdir_; ++i) {
         std::snprintf(line, sizeof line, "Directions_[%d] = ", i);

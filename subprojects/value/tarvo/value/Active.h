@@ -85,6 +85,15 @@ public:
     // Sparse: sum of the absolute derivatives; dense: signed sum of all five. Tells a residual that
     // depends on something from one that does not.
     V sumDerivatives() const;
+    // Calls visit(direction, derivative) for the derivatives that the store of the current mode holds,
+    // in ascending direction, so that a Jacobian is filled in one pass over its non-zeros.
+    template <typename Visit> void forEachDerivative(Visit visit) const {
+        if (numdir_ <= ndense) {
+            for (int i = 0; i < nd_ && i < numdir_; ++i) visit(i, dense_[i]);
+        } else if (nd_ == sparseStore) {
+            for (const auto& entry : sparse_) visit(entry.first, entry.second);
+        }
+    }
 
     // "1.5 [ 0 1 ]": the value, then the derivatives of the current context.
     std::string str() const;

@@ -23,6 +23,7 @@ public:
 private:
     explicit ActiveContext(int numdir) : numdir_(numdir), Directions_(numdir, nullptr) {}
     static std::vector<ActiveContext>& stack();
+    static ActiveContext& top();
 
     int numdir_;
     std::vector<GenericActive<double>*> Directions_;

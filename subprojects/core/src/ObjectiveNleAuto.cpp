@@ -1,0 +1,145 @@
+#include <tarvo/core/ObjectiveNleAuto.h>
+
+#include <tarvo/core/Jacobian.h>
+#include <tarvo/utility/Error.h>
+#include <tarvo/utility/FunctionName.h>
+#include <tarvo/utility/Log.h>
+#include <tarvo/value/ActiveContext.h>
+
+#include <cassert>
+#include <utility>
+
+namespace {
+// Warnings of the objectives show at the default verbosity; the listing of unknowns one level up.
+constexpr int verbosityFile = -1;
+} // namespace
+
+ObjectiveNleAuto::ObjectiveNleAuto(std::string name) : name_(std::move(name)) {}
+
+void ObjectiveNleAuto::operator()(double* x, double* y, Jacobian* J) {
+    try {
+        prepare_(x, J);
+        calculateResiduals(residuals, 0);
+        packResults_(y, J, nullptr);
+    } catch (Error& e) {
+        // The context of a Jacobian evaluation stays pushed: the error ends the calculation.
+        e.append(TARVO_FUNCTION);
+        throw;
+    }
+}
+
+void ObjectiveNleAuto::scalex(double*) {}
+
+void ObjectiveNleAuto::unscalex(double* x) {
+    storeSolution_(x, true);
+}
+
+void ObjectiveNleAuto::addUnknown(Value* unknown, const std::string& description) {
+    xp_.push_back(unknown);
+    descriptions_.push_back(description);
+    labels_.emplace_back();
+    residuals.emplace_back();
+}
+
+void ObjectiveNleAuto::setLabel(unsigned i, const std::string& tag) {
+    labels_.at(i) = tag;
+}
+
+bool ObjectiveNleAuto::init(double* x) {
+    bool any = false;
+    for (unsigned i = 0; i < xp_.size(); ++i) {
+        if (!xp_[i]) {
+            TARVO_LOG(2) << "Impossible to init unknown[" << i << "] " << descriptions_[i];
+            continue;
+        }
+        x[i] = xp_[i]->toDouble();
+        any = true;
+    }
+    return any;
+}
+
+void ObjectiveNleAuto::setUnknowns(const double* x) {
+    // Active assignment: the number changes, the units stay.
+    for (unsigned i = 0; i < xp_.size(); ++i)
+        if (xp_[i]) xp_[i]->active() = x[i];
+}
+
+void ObjectiveNleAuto::inactivate() {
+    for (unsigned i = 0; i < xp_.size(); ++i)
+        if (xp_[i]) xp_[i]->active().inactivate(static_cast<int>(i));
+}
+
+void ObjectiveNleAuto::clearderivatives() {
+    for (Value* v : xp_)
+        if (v) v->active().clearderivatives();
+}
+
+int ObjectiveNleAuto::zero_residuals(std::vector<Value>& r, uint32_t offset) {
+    const unsigned n = size();
+    assert(offset + n <= r.size());
+    for (unsigned i = 0; i < n; ++i) {
+        if (!xp_[i]) continue;
+        const Active& u = xp_[i]->active();
+        r[offset + i].active() += u - u.val();
+    }
+    return static_cast<int>(n);
+}
+
+void ObjectiveNleAuto::print() const {
+    TARVO_LOG(1) << "Listing unknowns";
+    for (unsigned i = 0; i < xp_.size(); ++i) {
+        if (xp_[i]) {
+            TARVO_LOG(1) << descriptions_[i] << " = " << *xp_[i];
+        } else {
+            TARVO_LOG(1) << descriptions_[i] << " = (none)";
+        }
+    }
+}
+
+void ObjectiveNleAuto::prepare_(double* x, Jacobian* J) {
+    // The numbers are written before the seeding, while no unknown is an independent variable: an
+    // active unknown is read-only.
+    setUnknowns(x);
+    if (J) seed_();
+}
+
+unsigned int ObjectiveNleAuto::size() const {
+    assert(xp_.size() == residuals.size());
+    return static_cast<unsigned int>(xp_.size());
+}
+
+void ObjectiveNleAuto::seed_() {
+    const unsigned n = size();
+    ActiveContext::push(static_cast<int>(n));
+    for (unsigned i = 0; i < n; ++i)
+        if (xp_[i]) xp_[i]->active().setActive(static_cast<int>(i));
+}
+
+void ObjectiveNleAuto::packResults_(double* y, Jacobian* J, const double* factors) {
+    const unsigned n = size();
+    for (unsigned i = 0; i < n; ++i)
+        y[i] = residuals[i].toDouble();
+    if (!J) return;
+    assert(size() == J->size());
+    J->fill(residuals, factors, columnSums_);
+    for (unsigned i = 0; i < n; ++i) {
+        if (columnSums_[i] == 0) {
+            TARVO_LOG(2) << "In the Jacobian of " << name_ << ", unknown "
+                         << (labels_[i].empty() ? std::to_string(i) : labels_[i])
+                         << " has no effect on any equation: singularity";
+        }
+    }
+    inactivate();
+    ActiveContext::pop();
+}
+
+void ObjectiveNleAuto::storeSolution_(const double* x, bool recalculate) {
+    // The context makes the model code run in the derivative store of this system's size, with no
+    // direction seeded, so nothing that it writes keeps stale derivatives.
+    ActiveContext::push(static_cast<int>(size()));
+    setUnknowns(x);
+    clearderivatives();
+    if (recalculate) calculateResiduals(residuals, 0);
+    inactivate();
+    ActiveContext::pop();
+}

@@ -1,0 +1,79 @@
+#ifndef TARVO_CORE_OBJECTIVENLEAUTO_H
+#define TARVO_CORE_OBJECTIVENLEAUTO_H
+
+#include <tarvo/core/ObjectiveNleInterface.h>
+#include <tarvo/value/Value.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+// A nonlinear system over live Values of a model: the unknowns are pointers into the model, the
+// residuals are computed by plain model code, and the Jacobian comes from the forward derivatives
+// that the unknowns are seeded with. The solver's numbers are the model's, unscaled.
+class ObjectiveNleAuto : public ObjectiveNleInterface {
+public:
+    explicit ObjectiveNleAuto(std::string name);
+
+    void operator()(double* x, double* y, Jacobian* J) override;
+    // The numbers stay as they are; the solver recognises this class and skips the call.
+    void scalex(double* x) override;
+    void unscalex(double* x) override;
+
+    // Appends an unknown, its description and a residual.
+    void addUnknown(Value* unknown, const std::string& description);
+    // The tag of the item behind unknown i, for messages; empty if there is none.
+    void setLabel(unsigned i, const std::string& tag);
+
+    // Copies the unknowns' numbers into x; an unknown without a Value leaves its place alone.
+    // False if no unknown could be read.
+    bool init(double* x);
+    // Assigns x[i] to unknown i and zeroes its derivatives.
+    void setUnknowns(const double* x);
+    // Ends every unknown's role as independent variable of its direction.
+    void inactivate();
+    void clearderivatives();
+    // Adds to r[offset + i] a zero that carries the derivatives of unknown i: a residual that is switched
+    // off keeps a unit diagonal, so the system stays square and regular. Returns size().
+    int zero_residuals(std::vector<Value>& r, uint32_t offset);
+
+    Value* unknown(unsigned i) const { return xp_[i]; }
+    const std::string& description(unsigned i) const { return descriptions_[i]; }
+    const std::string& label(unsigned i) const { return labels_[i]; }
+    const std::string& name() const { return name_; }
+    // Logs the unknowns with their descriptions and numbers.
+    void print() const;
+
+protected:
+    // Gives the model the solver's point; with a Jacobian to come, seeds one direction per unknown.
+    virtual void prepare_(double* x, Jacobian* J);
+
+public:
+    virtual unsigned int size() const;
+    // Writes the residuals of the model into r from r[offset] on and returns how many it wrote.
+    virtual int calculateResiduals(std::vector<Value>& r, uint32_t offset) = 0;
+
+protected:
+    // One context with a direction per unknown, each unknown the independent variable of its own.
+    void seed_();
+    // y from the residuals; with J, column i from direction i times factors[i] (1 without factors),
+    // then the unknowns are released and the context of seed_() is popped.
+    void packResults_(double* y, Jacobian* J, const double* factors);
+    // Gives the model the point x without leaving derivatives behind; with recalculate, the model code
+    // runs once more at that point.
+    void storeSolution_(const double* x, bool recalculate);
+
+private:
+    std::string name_;
+    std::vector<Value*> xp_;
+    std::vector<std::string> descriptions_;
+
+protected:
+    std::vector<Value> residuals;
+
+private:
+    std::vector<std::string> labels_;
+    std::vector<double> columnSums_; // kept between evaluations, so that a Jacobian allocates nothing
+};
+
+#endif
