@@ -5,7 +5,10 @@
 namespace Tarvo::Utility {
 
 std::string shortFunctionName(const char* signature) {
-    const std::string s(signature);
+    std::string s(signature);
+    // A lambda is named after the function that encloses it: "A::f(int)::<lambda(double)>" is A::f.
+    const auto lambda = s.find("::<lambda");
+    if (lambda != std::string::npos) s.erase(lambda);
     std::string::size_type limit = s.rfind('[');
     if (limit == std::string::npos) limit = s.size();
     const std::string::size_type open = limit == 0 ? std::string::npos : s.rfind('(', limit - 1);

@@ -37,3 +37,10 @@ template <typename T> std::pair<T, int> name(const T&) { return {T(TARVO_FUNCTIO
 TEST(ShortFunctionName, SeenThroughTheMacro) {
     EXPECT_EQ(probe::name(std::string()).first, "probe::name");
 }
+
+TEST(ShortFunctionName, ALambdaIsNamedAfterItsEnclosingFunction) {
+    EXPECT_EQ(shortFunctionName("Tarvo::User::Case::calculateSync()::<lambda(Model&)>"),
+              "Tarvo::User::Case::calculateSync");
+    auto inner = [] { return std::string(TARVO_FUNCTION); };
+    EXPECT_EQ(inner(), "ShortFunctionName_ALambdaIsNamedAfterItsEnclosingFunction_Test::TestBody");
+}

@@ -7,7 +7,8 @@ namespace Tarvo::Utility {
 
 // The qualified name of a function, cut out of the compiler's full signature
 // ("int Tarvo::User::Case::calculateSync()" gives "Tarvo::User::Case::calculateSync").
-// Return types holding template arguments and trailing "[with T = ...]" clauses are skipped.
+// Return types holding template arguments and trailing "[with T = ...]" clauses are skipped, and a lambda
+// takes the name of the function that encloses it.
 std::string shortFunctionName(const char* signature);
 
 } // namespace Tarvo::Utility
