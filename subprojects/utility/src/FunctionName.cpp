@@ -9,8 +9,9 @@ std::string shortFunctionName(const char* signature) {
     // A lambda is named after the function that encloses it: "A::f(int)::<lambda(double)>" is A::f.
     const auto lambda = s.find("::<lambda");
     if (lambda != std::string::npos) s.erase(lambda);
-    std::string::size_type limit = s.rfind('[');
-    if (limit == std::string::npos) limit = s.size();
+    // A trailing "[with T = ...]" clause stands behind a blank; the "[" of "operator[]" does not.
+    std::string::size_type limit = s.rfind(" [");
+    limit = limit == std::string::npos ? s.size() : limit + 1;
     const std::string::size_type open = limit == 0 ? std::string::npos : s.rfind('(', limit - 1);
     if (open == std::string::npos) return s;
     // Walk back over blanks that follow a comma: they belong to a template argument list.

@@ -26,6 +26,13 @@ TEST(ShortFunctionName, CommaInReturnTypeDoesNotCutTheName) {
               "ns::Foo<int, double>::bar");
 }
 
+TEST(ShortFunctionName, SubscriptOperatorKeepsItsName) {
+    EXPECT_EQ(shortFunctionName("ComponentGeneric* ListComponents::operator[](const string&) const"),
+              "ListComponents::operator[]");
+    EXPECT_EQ(shortFunctionName("T& TypeVector<T>::operator[](size_t) [with T = int; size_t = long unsigned int]"),
+              "TypeVector<T>::operator[]");
+}
+
 TEST(ShortFunctionName, CallOperatorKeepsItsName) {
     EXPECT_EQ(shortFunctionName("Value& QuantityMatrix::operator()(int, int)"), "QuantityMatrix::operator()");
 }
