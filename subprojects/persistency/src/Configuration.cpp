@@ -57,7 +57,16 @@ Configuration Configuration::openOrQuit(const std::string& file) {
     return c;
 }
 
+namespace {
+std::string& kernelFileInUse() {
+    static std::string file = Configuration::kernelFile;
+    return file;
+}
+} // namespace
+
+void Configuration::useKernelFile(const std::string& file) { kernelFileInUse() = file; }
+
 const Configuration& Configuration::kernel() {
-    static const Configuration configuration = openOrQuit(kernelFile);
+    static const Configuration configuration = openOrQuit(kernelFileInUse());
     return configuration;
 }

@@ -1,3 +1,4 @@
+#include <tarvo/core/KernelStart.h>
 #include <tarvo/user/Kernel.h>
 #include <tarvo/utility/Banner.h>
 #include <tarvo/utility/Diagnostic.h>
@@ -37,9 +38,14 @@ void initializeKernel() {
     Utility::addBannerEntry(0, "TARVO", kernelVersion);
     Utility::addBannerEntry(20, descriptor.name, descriptor.description + " " + descriptor.version);
     Utility::printBanner(std::cout);
+    Core::startKernel();
     if (modelCollection) modelCollection();
 }
 
-void finalizeKernel() { initialized = false; }
+void finalizeKernel() {
+    if (!initialized) return;
+    initialized = false;
+    Core::stopKernel();
+}
 
 } // namespace Tarvo::User

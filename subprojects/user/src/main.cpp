@@ -1,3 +1,5 @@
+#include <tarvo/user/Case.h>
+#include <tarvo/user/Cases.h>
 #include <tarvo/user/Catalogue.h>
 #include <tarvo/user/Kernel.h>
 #include <tarvo/user/main.h>
@@ -68,6 +70,55 @@ struct Words {
     quit(0);
 }
 
+// The id of a command: its second word read base 10, 0 when missing or not a number.
+int idOf(const Words& w) { return w.n >= 2 ? static_cast<int>(std::strtol(w.word(2), nullptr, 10)) : 0; }
+
+[[noreturn]] void newCase(const Words& w) {
+    const std::string type = w.n >= 2 ? w.word(2) : kernelDescriptor().defaultType;
+    const std::string tag = w.n >= 3 ? w.word(3) : type;
+    const std::string description = w.n >= 4 ? w.word(4) : "";
+    const std::string options = w.n >= 5 ? w.word(5) : "";
+    int error = 0;
+    const Handle handle = createCase(type, tag, description, options, error);
+    quit(error ? error : handle.id());
+}
+
+[[noreturn]] void calculate(const Words& w) {
+    const int id = idOf(w);
+    Case c{Handle(id)};
+    if (std::strncmp(w.word(1), "calculatetest", 13) == 0) c.setTest();
+    if (std::strncmp(w.word(1), "calculatecheck", 14) == 0) c.setCheck();
+    const int result = c.calculateSync();
+    quit(result >= 0 ? id : result);
+}
+
+[[noreturn]] void check(const Words& w) {
+    const int id = idOf(w);
+    Case c{Handle(id)};
+    const int result = c.check();
+    quit(result < 0 ? result : id);
+}
+
+[[noreturn]] void duplicateCase(const Words& w) {
+    const std::string tag = w.n >= 3 ? w.word(3) : kernelDescriptor().defaultType;
+    const std::string description = w.n >= 4 ? w.word(4) : "";
+    int error = 0;
+    const Handle copy = duplicate(Handle(idOf(w)), tag, description, error);
+    quit(error ? error : copy.id());
+}
+
+[[noreturn]] void removeCase(const Words& w) { quit(remove(Handle(idOf(w)))); }
+
+[[noreturn]] void purgeStore(const Words&) { quit(purge()); }
+
+// The report goes to the third word, or to the id as written; ".txt" is added to a name without it.
+[[noreturn]] void textReport(const Words& w) {
+    std::string target = w.n >= 3 ? w.word(3) : w.word(2);
+    if (target.find(".txt") == std::string::npos) target += ".txt";
+    Case c{Handle(idOf(w))};
+    quit(c.exportTxt(target));
+}
+
 struct Command {
     const char* literal;
     int minWords;
@@ -77,9 +128,9 @@ struct Command {
 
 // Tried in this order; a word matches a command when it begins with the command's literal.
 const Command commands[] = {
-    {"calculate", 1, 2, notAvailable}, {"check", 1, 2, notAvailable},  {"duplicate", 1, 4, notAvailable},
-    {"homotopy", 1, 2, notAvailable},  {"new", 1, 5, notAvailable},    {"purge", 1, 1, notAvailable},
-    {"remove", 2, 2, notAvailable},    {"sensitivity", 1, 2, notAvailable}, {"txt", 2, 3, notAvailable},
+    {"calculate", 1, 2, calculate},    {"check", 1, 2, check},          {"duplicate", 1, 4, duplicateCase},
+    {"homotopy", 1, 2, notAvailable},  {"new", 1, 5, newCase},          {"purge", 1, 1, purgeStore},
+    {"remove", 2, 2, removeCase},      {"sensitivity", 1, 2, notAvailable}, {"txt", 2, 3, textReport},
     {"xml", 3, 3, notAvailable},       {"enumerators", 1, 1, printEnumerators}, {"types", 1, 1, printTypes},
 };
 

@@ -75,5 +75,6 @@ TEST_F(CommandLine, IdFileThatCannotBeWrittenIsReported) {
     std::filesystem::create_directory(blocked); // a folder where the file should go
     const TarvoRun r = runTarvo({"types"}, folder_.path());
     EXPECT_NE(r.err.find("cannot write id.txt file"), std::string::npos);
+    std::filesystem::remove(blocked);
     EXPECT_EQ(r.exitCode, 0);
 }

@@ -26,24 +26,25 @@ TemporaryFolder::TemporaryFolder() {
 
 TemporaryFolder::~TemporaryFolder() { std::filesystem::remove_all(path_); }
 
-TarvoRun runTarvo(const std::vector<std::string>& words, const std::string& folder) {
+TarvoRun runProgram(const std::string& program, const std::vector<std::string>& words, const std::string& folder,
+                    const std::vector<std::pair<std::string, std::string>>& environment) {
     TarvoRun run;
-    run.folder = folder;
     const std::string out = folder + "/stdout", err = folder + "/stderr";
     const pid_t pid = fork();
     if (pid == 0) {
         if (chdir(folder.c_str()) != 0) _exit(127);
+        for (const auto& [name, value] : environment) setenv(name.c_str(), value.c_str(), 1);
         const int o = open(out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
         const int e = open(err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
         dup2(o, 1);
         dup2(e, 2);
         std::vector<char*> argv;
-        std::string program = TARVO_EXECUTABLE;
-        argv.push_back(program.data());
+        std::string name = program;
+        argv.push_back(name.data());
         std::vector<std::string> copies(words);
         for (auto& w : copies) argv.push_back(w.data());
         argv.push_back(nullptr);
-        execv(TARVO_EXECUTABLE, argv.data());
+        execv(program.c_str(), argv.data());
         _exit(127);
     }
     int status = 0;

@@ -2,18 +2,24 @@
 #define TARVO_USER_TESTS_RUNTARVO_H
 
 #include <string>
+#include <utility>
 #include <vector>
 
-// One run of the tarvo executable in a fresh temporary folder, as a user would start it.
+// One run of a kernel executable in a folder, as a user would start it.
 struct TarvoRun {
     int exitCode = -1;
     std::string out;
     std::string err;
     std::string idTxt; // contents of id.txt, empty when it was not written
-    std::string folder;
 };
 
-TarvoRun runTarvo(const std::vector<std::string>& words, const std::string& folder = "");
+// Runs `program` with `words` in `folder`, with `environment` added to the process's own.
+TarvoRun runProgram(const std::string& program, const std::vector<std::string>& words, const std::string& folder,
+                    const std::vector<std::pair<std::string, std::string>>& environment = {});
+
+inline TarvoRun runTarvo(const std::vector<std::string>& words, const std::string& folder) {
+    return runProgram(TARVO_EXECUTABLE, words, folder);
+}
 
 // A temporary folder, removed with its contents when the object goes.
 class TemporaryFolder {

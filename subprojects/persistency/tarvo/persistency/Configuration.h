@@ -16,6 +16,9 @@ public:
 
     // The process's configuration, "/etc/xdg/tarvo/TARVO.conf", read on first use.
     static const Configuration& kernel();
+    // Another file for kernel(), for a program that links the kernel and keeps its settings elsewhere;
+    // it takes effect only before the first use.
+    static void useKernelFile(const std::string& file);
     // A configuration that cannot be opened ends the process: "Can not open configuration file:
     // [<file>]" on standard error, -200 in id.txt, exit code 0.
     static Configuration openOrQuit(const std::string& file);

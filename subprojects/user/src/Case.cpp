@@ -1,0 +1,200 @@
+#include <tarvo/core/Model.h>
+#include <tarvo/persistency/NodeFactory.h>
+#include <tarvo/persistency/PersistencyPostgres.h>
+#include <tarvo/persistency/PersistencySqlite.h>
+#include <tarvo/user/Case.h>
+#include <tarvo/user/ResultCodes.h>
+#include <tarvo/utility/FunctionName.h>
+#include <tarvo/utility/Log.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+
+namespace Tarvo::User {
+
+namespace {
+
+constexpr int verbosityFile = 0;
+const std::string rule80(80, '=');
+const std::string dashes80(80, '-');
+
+// Prints the model and recalculates it once more with all logging on; the results are not stored.
+void recalculateLoudly(Model& model) {
+    TARVO_LOG_STATIC(1) << rule80;
+    if (Utility::logPasses(verbosityFile, 1)) model.print(std::cout, true, true, true, true);
+    TARVO_LOG_STATIC(1) << dashes80;
+    Utility::setVerbosityGlobal(Utility::verbosityGlobal + 10);
+    try {
+        model.calculate(0);
+    } catch (...) {
+        Utility::setVerbosityGlobal(Utility::verbosityGlobal - 10);
+        throw;
+    }
+    Utility::setVerbosityGlobal(Utility::verbosityGlobal - 10);
+    TARVO_LOG_STATIC(1) << rule80;
+}
+
+} // namespace
+
+struct Case::Record {
+    std::unique_ptr<Model> model;
+    bool test = false;
+    bool check = false;
+};
+
+Case::Case(const Handle& handle) : record_(std::make_unique<Record>()) {
+    try {
+        PersistencyPostgres store;
+        TARVO_LOG_STATIC(3) << "Retrieving " << handle.tag() << " of type " << handle.type()
+                            << " from persistent storage database";
+        record_->model.reset(my_cast<Model*>(
+            NodeFactory::create(handle.type(), Tarvo::Persistency::Defaults(), handle.id(), &store, nullptr, nullptr),
+            TARVO_FUNCTION));
+        TARVO_LOG_STATIC(4) << "initializeNonPersistents";
+        record_->model->initializeNonPersistents();
+        TARVO_LOG_STATIC(4) << "Done";
+    } catch (Error& e) {
+        e.append(TARVO_FUNCTION);
+        std::cerr << e.message() << std::endl;
+        record_->model.reset();
+    }
+}
+
+Case::~Case() = default;
+
+bool Case::valid() const { return record_->model != nullptr; }
+
+Model* Case::model() const { return record_->model.get(); }
+
+int Case::setTest() {
+    record_->test = true;
+    return success;
+}
+
+int Case::setCheck() {
+    record_->check = true;
+    return success;
+}
+
+template <typename F> int Case::guarded(const char* function, F operation) const {
+    if (!record_->model) return caseInvalid;
+    try {
+        return operation(*record_->model);
+    } catch (Error& e) {
+        e.append(function);
+        std::cerr << e.message() << std::endl;
+        return caseServerError;
+    }
+}
+
+int Case::calculateSync() {
+    const std::string function = TARVO_FUNCTION;
+    return guarded(function.c_str(), [&](Model& model) {
+        model.calculate(0);
+        model.reportMessages();
+        TARVO_LOG_STATIC(1) << "Computation complete with " << model.errorList().size() << " errors and "
+                            << model.warningList().size() << " warnings";
+        TARVO_LOG_STATIC(1) << "Updating results to persistent storage";
+        {
+            PersistencyPostgres store;
+            model.update(&store);
+        }
+        TARVO_LOG_STATIC(1) << "Updated results to persistent storage";
+        if (record_->test) {
+            TARVO_LOG_STATIC(1) << rule80;
+            if (Utility::logPasses(verbosityFile, 1)) model.print(std::cout, true, true, true, true);
+            TARVO_LOG_STATIC(1) << rule80;
+        }
+        if (record_->check) recalculateLoudly(model);
+        if (record_->test) {
+            TARVO_LOG_STATIC(1) << "Now verifying solution";
+        }
+        return success;
+    });
+}
+
+int Case::check() {
+    const std::string function = TARVO_FUNCTION;
+    return guarded(function.c_str(), [&](Model& model) {
+        recalculateLoudly(model);
+        return success;
+    });
+}
+
+double Case::get(const std::string& tag, int& error) const {
+    double value = 0.0;
+    error = guarded(TARVO_FUNCTION.c_str(), [&](Model& model) {
+        value = model.Q(tag).toDouble();
+        return success;
+    });
+    return error == success ? value : 0.0;
+}
+
+double Case::get(const std::string& tag, const std::string& unit, int& error) const {
+    double value = 0.0;
+    error = guarded(TARVO_FUNCTION.c_str(), [&](Model& model) {
+        value = model.Q(tag).toDouble(unit);
+        return success;
+    });
+    return error == success ? value : 0.0;
+}
+
+int Case::getInteger(const std::string& tag, int& error) const {
+    int value = 0;
+    error = guarded(TARVO_FUNCTION.c_str(), [&](Model& model) {
+        value = model.I(tag);
+        return success;
+    });
+    return error == success ? value : 0;
+}
+
+std::string Case::getString(const std::string& tag, int& error) const {
+    std::string value;
+    error = guarded(TARVO_FUNCTION.c_str(), [&](Model& model) {
+        value = model.S(tag);
+        return success;
+    });
+    return error == success ? value : std::string();
+}
+
+int Case::setTag(const char* tag) {
+    return guarded(TARVO_FUNCTION.c_str(), [&](Model& model) {
+        model.setTag(tag);
+        PersistencyPostgres store;
+        model.update(&store);
+        return success;
+    });
+}
+
+int Case::setDescription(const char* description) {
+    return guarded(TARVO_FUNCTION.c_str(), [&](Model& model) {
+        model.setDescription(description);
+        PersistencyPostgres store;
+        model.update(&store);
+        return success;
+    });
+}
+
+int Case::exportTxt(const std::string& file) const {
+    return guarded(TARVO_FUNCTION.c_str(), [&](Model& model) {
+        if (std::filesystem::exists(file)) {
+            TARVO_LOG_STATIC(1) << "The " << file << " file exists and will be overwritten";
+        }
+        std::ofstream out(file);
+        if (!out) return caseServerError;
+        model.print(out, true, true, true, true);
+        return out ? success : caseServerError;
+    });
+}
+
+int Case::exportDataBase(const std::string& file) const {
+    return guarded(TARVO_FUNCTION.c_str(), [&](Model& model) {
+        PersistencySqlite store(file);
+        store.initialize();
+        model.insert(&store);
+        return success;
+    });
+}
+
+} // namespace Tarvo::User

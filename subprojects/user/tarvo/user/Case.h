@@ -1,0 +1,61 @@
+#ifndef TARVO_USER_CASE_H
+#define TARVO_USER_CASE_H
+
+#include <tarvo/user/Handle.h>
+
+#include <memory>
+#include <string>
+
+class Model;
+
+namespace Tarvo::User {
+
+// A stored case loaded into memory, and what can be done with it. Nothing of the Error family passes
+// this border: every operation turns a failure into a negative result code and leaves the message on
+// standard error. A case that could not be loaded answers every operation with -81.
+class Case {
+public:
+    // Rebuilds the whole tree of the object from the store.
+    explicit Case(const Handle& handle);
+    Case(const Case&) = delete;
+    Case& operator=(const Case&) = delete;
+    ~Case();
+
+    bool valid() const;
+    // After calculateSync: print the model and verify the solution.
+    int setTest();
+    // After calculateSync: recalculate once more with all logging on, without storing.
+    int setCheck();
+
+    // Calculates the model, reports its messages and writes the results back to the store. A calculation
+    // that ended with errors in the model's lists still returns 0: they are in the store and the reports.
+    int calculateSync();
+    // Recalculates with raised verbosity; stores nothing.
+    int check();
+
+    // A value of the tree by tag path, in SI units or in `unit`; error 0, -81 or -84.
+    double get(const std::string& tag, int& error) const;
+    double get(const std::string& tag, const std::string& unit, int& error) const;
+    int getInteger(const std::string& tag, int& error) const;
+    std::string getString(const std::string& tag, int& error) const;
+    // Renames the root item and writes the tree back; the row of the node keeps its tag.
+    int setTag(const char* tag);
+    int setDescription(const char* description);
+
+    // The text report of the whole tree into `file`.
+    int exportTxt(const std::string& file) const;
+    // The whole tree into `file`, which must exist and be empty, as a store of its own.
+    int exportDataBase(const std::string& file) const;
+
+    Model* model() const;
+
+private:
+    struct Record;
+    // Runs `operation` on the model: -81 without one, -84 on an Error, which goes to standard error.
+    template <typename F> int guarded(const char* function, F operation) const;
+    std::unique_ptr<Record> record_;
+};
+
+} // namespace Tarvo::User
+
+#endif
