@@ -30,10 +30,10 @@ private:
 // TARVO_LOG_STATIC is for code with no object at hand. Both are used as
 //     TARVO_LOG(2) << "Set user inputs";
 // and build nothing unless the level test passes.
+// A loop of at most one round rather than an if, so that the macro can stand under an unbraced if.
 #define TARVO_LOG_AT(local, level)                                                                           \
-    if (!::Tarvo::Utility::logPasses((local), (level))) {                                                    \
-    } else                                                                                                   \
-        ::Tarvo::Utility::LogLine(__PRETTY_FUNCTION__, (level)).stream()
+    for (bool tarvoLogOnce = ::Tarvo::Utility::logPasses((local), (level)); tarvoLogOnce; tarvoLogOnce = false) \
+    ::Tarvo::Utility::LogLine(__PRETTY_FUNCTION__, (level)).stream()
 #define TARVO_LOG(level) TARVO_LOG_AT(verbosityFile + this->verbosityInstance(), level)
 #define TARVO_LOG_STATIC(level) TARVO_LOG_AT(verbosityFile, level)
 
