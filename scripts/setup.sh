@@ -10,10 +10,12 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 build="$root/build"
 run="$root/run"
 
+# xmllint and chromium are the clients that the tests of the reports read them with.
 packages=(g++ cmake ninja-build ccache pkg-config
           postgresql postgresql-client libpq-dev sqlite3 libsqlite3-dev
           libjsoncpp-dev libmxml-dev libsuitesparse-dev libboost-dev libboost-graph-dev
-          libgtest-dev libgmock-dev libbenchmark-dev)
+          libgtest-dev libgmock-dev libbenchmark-dev
+          libxml2-utils chromium)
 
 say() { printf '== %s\n' "$*"; }
 

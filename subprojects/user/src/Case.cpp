@@ -1,8 +1,10 @@
 #include <tarvo/core/Model.h>
+#include <tarvo/core/Report.h>
 #include <tarvo/persistency/NodeFactory.h>
 #include <tarvo/persistency/PersistencyPostgres.h>
 #include <tarvo/persistency/PersistencySqlite.h>
 #include <tarvo/user/Case.h>
+#include <tarvo/user/Kernel.h>
 #include <tarvo/user/ResultCodes.h>
 #include <tarvo/utility/FunctionName.h>
 #include <tarvo/utility/Log.h>
@@ -176,15 +178,45 @@ int Case::setDescription(const char* description) {
     });
 }
 
-int Case::exportTxt(const std::string& file) const {
-    return guarded(TARVO_FUNCTION.c_str(), [&](Model& model) {
-        if (std::filesystem::exists(file)) {
-            TARVO_LOG_STATIC(1) << "The " << file << " file exists and will be overwritten";
-        }
+template <typename F> int Case::exportFile(const char* signature, const std::string& file, F write) const {
+    return guarded(Utility::shortFunctionName(signature).c_str(), [&](Model& model) {
+        if (std::filesystem::exists(file) && Utility::logPasses(verbosityFile, 1))
+            Utility::LogLine(signature, 1).stream() << "The " << file << " file exists and will be overwritten";
         std::ofstream out(file);
         if (!out) return caseServerError;
-        model.print(out, true, true, true, true);
+        write(model, out);
         return out ? success : caseServerError;
+    });
+}
+
+int Case::exportTxt(const std::string& file) const {
+    return exportFile(__PRETTY_FUNCTION__, file,
+                      [](const Model& model, std::ostream& out) { model.print(out, true, true, true, true); });
+}
+
+int Case::exportJson(const std::string& file) const {
+    return exportFile(__PRETTY_FUNCTION__, file, [](const Model& model, std::ostream& out) { model.printJson(out, 0); });
+}
+
+int Case::exportXml(const std::string& dir) {
+    const std::string function = TARVO_FUNCTION;
+    return guarded(function.c_str(), [&](Model& model) {
+        TARVO_LOG_STATIC(1) << "Recursively dumping as xml";
+        model.printXml(dir.c_str(), nullptr, nullptr);
+        TARVO_LOG_STATIC(1) << "Dumping toc as xml";
+        const std::string path = dir + "/toc.xml";
+        std::ofstream out(path);
+        if (!out) throw ErrorRunTime(function, "can not write to " + path);
+        out << "<?xml version='1.0' encoding='UTF-8'?>" << std::endl;
+        out << "<?xml-stylesheet type=\"text/xsl\" href=\"flowsheet.xsl\"?>" << std::endl;
+        out << "<toc xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\" xsi:noNamespaceSchemaLocation=\"toc_new.xsd\">"
+            << std::endl;
+        model.printXmlToc(out, 2);
+        out << "  <version>" << kernelVersion << "</version>" << std::endl;
+        out << "  <timestamp>" << Core::reportTimestamp() << "</timestamp>" << std::endl;
+        out << "</toc>" << std::endl;
+        if (!out) throw ErrorRunTime(function, "can not write to " + path);
+        return success;
     });
 }
 

@@ -7,8 +7,6 @@
 
 namespace Tarvo::User {
 
-const char* const kernelVersion = "TARVO 1.1.285 [Mon Apr 22 18:29:56 2024 +0200]";
-
 namespace {
 
 const KernelDescriptor descriptor{

@@ -119,6 +119,11 @@ int idOf(const Words& w) { return w.n >= 2 ? static_cast<int>(std::strtol(w.word
     quit(c.exportTxt(target));
 }
 
+[[noreturn]] void xmlReport(const Words& w) {
+    Case c{Handle(idOf(w))};
+    quit(c.exportXml(w.word(3)));
+}
+
 struct Command {
     const char* literal;
     int minWords;
@@ -131,7 +136,7 @@ const Command commands[] = {
     {"calculate", 1, 2, calculate},    {"check", 1, 2, check},          {"duplicate", 1, 4, duplicateCase},
     {"homotopy", 1, 2, notAvailable},  {"new", 1, 5, newCase},          {"purge", 1, 1, purgeStore},
     {"remove", 2, 2, removeCase},      {"sensitivity", 1, 2, notAvailable}, {"txt", 2, 3, textReport},
-    {"xml", 3, 3, notAvailable},       {"enumerators", 1, 1, printEnumerators}, {"types", 1, 1, printTypes},
+    {"xml", 3, 3, xmlReport},          {"enumerators", 1, 1, printEnumerators}, {"types", 1, 1, printTypes},
 };
 
 } // namespace

@@ -1,5 +1,5 @@
 #include "TemporaryDatabase.h"
-#include "Tank.h"
+#include "Farm.h"
 
 #include <tarvo/core/KernelStart.h>
 #include <tarvo/persistency/Configuration.h>
@@ -8,6 +8,7 @@
 #include <tarvo/user/ResultCodes.h>
 
 #include <gtest/gtest.h>
+#include <json/json.h>
 
 #include <filesystem>
 #include <fstream>
@@ -28,7 +29,7 @@ protected:
                              << " dbname=" << database_->name() << "\n";
         Configuration::useKernelFile(file_);
         Tarvo::Core::startKernel();
-        registerTank();
+        registerFarm();
     }
     static void TearDownTestSuite() {
         Tarvo::Core::stopKernel();
@@ -101,6 +102,8 @@ TEST_F(Facade, ARemovedCaseIsAnUnknownOne) {
     EXPECT_EQ(gone.calculateSync(), caseInvalid);
     EXPECT_EQ(gone.check(), caseInvalid);
     EXPECT_EQ(gone.exportTxt("x.txt"), caseInvalid);
+    EXPECT_EQ(gone.exportJson("x.json"), caseInvalid);
+    EXPECT_EQ(gone.exportXml("."), caseInvalid);
     int error = 0;
     EXPECT_EQ(gone.get("m", error), 0.0);
     EXPECT_EQ(error, caseInvalid);
@@ -126,4 +129,32 @@ TEST_F(Facade, DuplicateLeavesTheOriginalAndExportGivesAFileStore) {
     testing::internal::CaptureStderr();
     EXPECT_EQ(c.exportDataBase("/nonexistent/x.db"), caseServerError);
     EXPECT_NE(testing::internal::GetCapturedStderr().find("can't open db file /nonexistent/x.db"), std::string::npos);
+}
+
+TEST_F(Facade, JsonReportReadsBackWithAJsonParser) {
+    int error = 1;
+    Case farm(createCase("Farm<Tank>", "F1", "A small farm", "", error));
+    ASSERT_EQ(error, 0);
+    ASSERT_EQ(farm.calculateSync(), 0);
+    const auto file = std::filesystem::temp_directory_path() / ("tarvo-report-" + database_->name() + ".json");
+    ASSERT_EQ(farm.exportJson(file), 0);
+    Json::Value root;
+    std::string errors;
+    std::ifstream in(file);
+    ASSERT_TRUE(Json::parseFromStream(Json::CharReaderBuilder(), in, &root, &errors)) << errors;
+    std::filesystem::remove(file);
+    EXPECT_EQ(root["fullTag"].asString(), "F1");
+    EXPECT_EQ(root["type"].asString(), "Farm<Tank>");
+    EXPECT_EQ(root["id"].asInt(), 0);
+    EXPECT_EQ(root["parent"].asInt(), 0); // a root is its own parent
+    EXPECT_EQ(root["I"]["batches"].asString(), "1");
+    const Json::Value& pump = root["children"]["Pump"];
+    EXPECT_EQ(pump["children"]["Motor"]["parent"].asInt(), pump["id"].asInt());
+    EXPECT_EQ(pump["children"]["Motor"]["Q"]["eta"].asString(), "0.8 "); // dimensionless: an empty unit
+    EXPECT_EQ(root["children"]["Tank"]["Q"]["m"].asString(), "1500 kg");
+    EXPECT_EQ(root["children"]["Water"]["QV"]["x"][1].asString(), "0.5 ");
+    EXPECT_TRUE(root["SV"]["errors"].isArray());
+    EXPECT_EQ(root["SV"]["errors"].size(), 0u);
+
+    EXPECT_EQ(farm.exportJson("/nonexistent/farm.json"), caseServerError);
 }

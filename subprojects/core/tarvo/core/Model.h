@@ -57,6 +57,18 @@ public:
     std::ostream& print(std::ostream& out, bool strings, bool quantities, bool integers, bool recursive) const;
     // The quantities of the subtree with their derivatives.
     std::ostream& printFull(std::ostream& out) const;
+    // The XML report: the file "<dir>/<id>.xml" of this model, then, while it is still open, those of the
+    // models below it. `previous` and `next` are this model's neighbours among its parent's children, or
+    // null. A file that cannot be opened is an ErrorRunTime.
+    virtual void printXml(const char* dir, Model* previous, Model* next) const;
+    // This model's entry in the table of contents of the XML report, `level` blanks in, with the entries of
+    // the models below it: streams first, then flowsheets, then the others.
+    void printXmlToc(std::ostream& out, int level) const;
+    // The HTML pages "<dir>/<id>.html" of the subtree, those below first, so that links find their targets.
+    void printHtml(const char* dir) const;
+
+    // The children that are models, in the order of the children's map.
+    std::vector<Model*> subModels() const;
 
     const std::vector<std::string>& errorList() const { return errors.value(); }
     const std::vector<std::string>& warningList() const { return warnings.value(); }

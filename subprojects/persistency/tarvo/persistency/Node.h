@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <ostream>
 #include <string>
 
 class Persistency;
@@ -76,6 +77,11 @@ public:
 
     // Same tag, description, type, root tag, number of children, and pairwise equal children by tag.
     virtual bool equals(const Node& other) const;
+
+    // The subtree as indented JSON: identity, then the children. The text starts with "{" and ends with
+    // "}" without a line end, so that a parent can embed it; `level` is the indentation in pairs of
+    // blanks.
+    virtual std::ostream& printJson(std::ostream& out, int level) const;
 
 protected:
     void insert(Persistency* persistency, int offset);

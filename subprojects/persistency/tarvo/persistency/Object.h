@@ -79,6 +79,8 @@ public:
     Node& operator=(const Node& other) override;
     Node& operator=(Node&& other) override;
     bool equals(const Node& other) const override;
+    // As Node's, with a section for each item map that is not empty before the children.
+    std::ostream& printJson(std::ostream& out, int level) const override;
 
     void insertStuff(Persistency* persistency, int offset) const override;
     void updateStuff(Persistency* persistency, int offset) const override;

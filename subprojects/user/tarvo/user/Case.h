@@ -44,6 +44,11 @@ public:
 
     // The text report of the whole tree into `file`.
     int exportTxt(const std::string& file) const;
+    // The JSON report of the whole tree into `file`.
+    int exportJson(const std::string& file) const;
+    // The XML report into the folder `dir`, which must exist: a file for each model, "<id>.xml", and the
+    // table of contents "toc.xml". The style sheets and schemas that the files name are not written.
+    int exportXml(const std::string& dir);
     // The whole tree into `file`, which must exist and be empty, as a store of its own.
     int exportDataBase(const std::string& file) const;
 
@@ -53,6 +58,9 @@ private:
     struct Record;
     // Runs `operation` on the model: -81 without one, -84 on an Error, which goes to standard error.
     template <typename F> int guarded(const char* function, F operation) const;
+    // The frame of the reports that go into one file: `write(model, stream)` fills it. `signature` is the
+    // caller's, for its log line and its message.
+    template <typename F> int exportFile(const char* signature, const std::string& file, F write) const;
     std::unique_ptr<Record> record_;
 };
 

@@ -1,6 +1,8 @@
 #ifndef TARVO_USER_KERNEL_H
 #define TARVO_USER_KERNEL_H
 
+#include <tarvo/core/Version.h>
+
 #include <string>
 #include <vector>
 
@@ -19,8 +21,8 @@ struct KernelDescriptor {
 
 const KernelDescriptor& kernelDescriptor();
 
-// The version string that reports print.
-extern const char* const kernelVersion;
+// The version string that the banner and the reports print.
+using Core::kernelVersion;
 
 // The registration of the model collection of this build: the types, components, locales and
 // enumerators that the executable offers on top of the library. The executable installs it before

@@ -1,0 +1,253 @@
+// The reports of a stored case as their readers get them: the text and XML files of the command line
+// against golden files, the XML files through the schema checker, the style sheets and the HTML pages in a
+// browser, The clients are programs of the machine (xmllint,
+// chromium); a machine without them fails these tests with a note on what to install.
+#include "Farm.h"
+#include "RunTarvo.h"
+#include "TemporaryDatabase.h"
+
+#include <tarvo/core/KernelStart.h>
+#include <tarvo/persistency/Configuration.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <regex>
+#include <sstream>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string readFile(const fs::path& path) {
+    std::ifstream in(path);
+    std::stringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
+// The path of a program on PATH, or empty.
+std::string program(const std::string& name) {
+    const char* path = std::getenv("PATH");
+    std::stringstream directories(path ? path : "");
+    for (std::string directory; std::getline(directories, directory, ':');) {
+        const fs::path candidate = fs::path(directory) / name;
+        if (!directory.empty() && access(candidate.c_str(), X_OK) == 0) return candidate;
+    }
+    return "";
+}
+
+const char* const missingClient =
+    " is not installed: the reports are checked with it. Install the Debian package "
+    "(scripts/setup.sh lists it) and run the tests again.";
+
+// A report file compared with its golden file; timestamps change from run to run and are masked. With
+// TARVO_UPDATE_GOLDEN set the golden file is written anew.
+void expectGolden(const fs::path& file, const std::string& golden) {
+    static const std::regex timestamp("<timestamp>[0-9]{8}-[0-9]{4}</timestamp>");
+    const std::string text = std::regex_replace(readFile(file), timestamp, "<timestamp>MASKED</timestamp>");
+    const fs::path path = fs::path(TARVO_GOLDEN_DIR) / golden;
+    if (std::getenv("TARVO_UPDATE_GOLDEN")) {
+        fs::create_directories(path.parent_path());
+        std::ofstream(path) << text;
+    }
+    ASSERT_TRUE(fs::exists(path)) << path;
+    EXPECT_EQ(text, readFile(path)) << "report " << file << " differs from " << path;
+}
+
+// The farm of the test collection, stored in a database of its own and calculated, and the command line
+// that works on it in a folder of its own.
+class Reports : public ::testing::Test {
+protected:
+    Reports() {
+        const Configuration kernel(Configuration::kernelFile);
+        configuration_ = folder_.path() + "/TARVO.conf";
+        std::ofstream(configuration_)
+            << "[1.1]\nDatabaseHost=" << kernel.setting("DatabaseHost").value_or("127.0.0.1")
+            << "\nDatabasePort=" << kernel.setting("DatabasePort").value_or("5432")
+            << " dbname=" << database_.name() << "\n";
+    }
+    void SetUp() override {
+        const TarvoRun created = run({"new", "Farm<Tank>", "F1", "A small farm"});
+        ASSERT_EQ(created.idTxt, "0\n") << created.err;
+        const TarvoRun calculated = run({"calculate", "0"});
+        ASSERT_EQ(calculated.idTxt, "0\n") << calculated.err;
+    }
+    TarvoRun run(const std::vector<std::string>& words) {
+        return runProgram(TARVO_FIXTURE_EXECUTABLE, words, folder_.path(),
+                          {{"TARVO_TEST_CONFIGURATION", configuration_}});
+    }
+    // The XML report of the farm into the folder "xml".
+    std::string xmlReport() {
+        const std::string dir = folder_.path() + "/xml";
+        fs::create_directory(dir);
+        const TarvoRun exported = run({"xml", "0", dir});
+        EXPECT_EQ(exported.idTxt, "0\n") << exported.err;
+        EXPECT_NE(exported.out.find("Tarvo::User::Case::exportXml * Recursively dumping as xml\n"),
+                  std::string::npos);
+        return dir;
+    }
+    // What a headless browser makes of `url`: the document after its scripts ran, and its log.
+    TarvoRun browse(const std::string& url, bool fileAccess = false) {
+        const std::string chromium = program("chromium");
+        if (chromium.empty()) {
+            ADD_FAILURE() << "chromium" << missingClient;
+            return {};
+        }
+        const std::string profile = folder_.path() + "/profile" + std::to_string(browsed_++);
+        fs::create_directory(profile);
+        std::vector<std::string> words{"--headless",
+                                       "--no-sandbox",
+                                       "--disable-gpu",
+                                       "--disable-quic",
+                                       "--no-first-run",
+                                       "--disable-background-networking",
+                                       "--disable-component-update",
+                                       "--disable-sync",
+                                       "--user-data-dir=" + profile,
+                                       "--enable-logging=stderr",
+                                       "--v=0"};
+        if (fileAccess) words.push_back("--allow-file-access-from-files"); // style sheets beside the file
+        words.push_back("--dump-dom");
+        words.push_back(url);
+        return runProgram(chromium, words, folder_.path());
+    }
+    static void expectNoScriptErrors(const TarvoRun& page) {
+        EXPECT_EQ(page.err.find("Uncaught"), std::string::npos) << page.err;
+        EXPECT_EQ(page.err.find(":ERROR:CONSOLE"), std::string::npos) << page.err;
+    }
+
+    TemporaryFolder folder_;
+    TemporaryDatabase database_;
+    std::string configuration_;
+    int browsed_ = 0;
+};
+
+} // namespace
+
+TEST_F(Reports, TextReportMatchesItsGoldenFile) {
+    const TarvoRun exported = run({"txt", "0", "farm"});
+    ASSERT_EQ(exported.idTxt, "0\n") << exported.err;
+    expectGolden(folder_.path() + "/farm.txt", "farm.txt");
+    const TarvoRun again = run({"txt", "0", "farm"});
+    EXPECT_NE(
+        again.out.find("Tarvo::User::Case::exportTxt * The farm.txt file exists and will be overwritten\n"),
+        std::string::npos)
+        << again.out;
+}
+
+// Streams ahead of flowsheets ahead of units in the contents, neighbours and ancestors in the files of the
+// models, angle brackets of the root's type as parentheses, and no file beyond one for each model and the
+// contents.
+TEST_F(Reports, XmlReportMatchesItsGoldenFiles) {
+    const std::string dir = xmlReport();
+    std::vector<std::string> files;
+    for (const auto& entry : fs::directory_iterator(dir))
+        files.push_back(entry.path().filename());
+    std::sort(files.begin(), files.end());
+    EXPECT_EQ(files, (std::vector<std::string>{"0.xml", "1.xml", "2.xml", "3.xml", "4.xml", "toc.xml"}));
+    for (const std::string& file : files)
+        expectGolden(dir + "/" + file, "xml/" + file);
+}
+
+TEST_F(Reports, EveryXmlFileIsWellFormedAndValidAgainstItsSchema) {
+    const std::string xmllint = program("xmllint");
+    ASSERT_FALSE(xmllint.empty()) << "xmllint" << missingClient << " (package libxml2-utils)";
+    const std::string dir = xmlReport();
+    for (const auto& entry : fs::directory_iterator(dir)) {
+        const std::string file = entry.path();
+        const TarvoRun wellFormed = runProgram(xmllint, {"--noout", file}, folder_.path());
+        EXPECT_EQ(wellFormed.exitCode, 0) << file << "\n" << wellFormed.err;
+        const std::string schema = entry.path().filename() == "toc.xml" ? "toc_new.xsd" : "model_new.xsd";
+        const TarvoRun valid =
+            runProgram(xmllint, {"--noout", "--schema", std::string(TARVO_REPORTS_DIR) + "/" + schema, file},
+                       folder_.path());
+        EXPECT_EQ(valid.exitCode, 0) << file << "\n" << valid.err;
+        EXPECT_NE(valid.err.find(file + " validates"), std::string::npos) << valid.err;
+    }
+}
+
+TEST_F(Reports, XmlReportFailures) {
+    const TarvoRun missing = run({"xml", "0", folder_.path() + "/nowhere"});
+    EXPECT_EQ(missing.idTxt, "-84\n");
+    EXPECT_NE(
+        missing.err.find("Generic Run-Time error: can not write to " + folder_.path() + "/nowhere/0.xml\n"),
+        std::string::npos)
+        << missing.err;
+    EXPECT_NE(missing.err.find("Called from function: Tarvo::User::Case::exportXml"), std::string::npos);
+    EXPECT_EQ(run({"xml", "999", folder_.path()}).idTxt, "-81\n");
+    EXPECT_EQ(run({"xml", "0"}).idTxt, "-1\n"); // the folder is no option
+}
+
+// The style sheets of the repository, put beside the report as a reader would, turn the contents and a model
+// file into pages with working links.
+TEST_F(Reports, StyleSheetsShowTheXmlReportInABrowser) {
+    const std::string dir = xmlReport();
+    for (const char* file : {"model.xsl", "flowsheet.xsl", "model_new.xsd", "toc_new.xsd"})
+        fs::copy_file(fs::path(TARVO_REPORTS_DIR) / file, fs::path(dir) / file);
+
+    const TarvoRun contents = browse("file://" + dir + "/toc.xml", true);
+    expectNoScriptErrors(contents);
+    EXPECT_NE(contents.out.find("<title>Contents of F1</title>"), std::string::npos) << contents.out;
+    const auto water = contents.out.find("<a href=\"1.xml\">Water</a>");
+    const auto tank = contents.out.find("<a href=\"2.xml\">Tank</a>");
+    const auto pump = contents.out.find("<a href=\"3.xml\">Pump</a>");
+    ASSERT_NE(pump, std::string::npos) << contents.out;
+    EXPECT_LT(water, tank);
+    EXPECT_LT(tank, pump);
+
+    const TarvoRun motor = browse("file://" + dir + "/4.xml", true);
+    expectNoScriptErrors(motor);
+    EXPECT_NE(motor.out.find("<title>F1:Pump:Motor [Motor]</title>"), std::string::npos) << motor.out;
+    const auto root = motor.out.find("<a href=\"0.xml\" title=\"A small farm\">F1</a>");
+    const auto parent = motor.out.find("<a href=\"3.xml\" title=\"Feed pump\">Pump</a>");
+    ASSERT_NE(root, std::string::npos) << motor.out;
+    EXPECT_LT(root, parent); // the path reads from the root down
+    EXPECT_NE(motor.out.find(">0.8</td>"), std::string::npos);
+}
+
+TEST_F(Reports, HtmlPagesOpenOnTheirMessagesInABrowser) {
+    Tarvo::Core::startKernel();
+    registerFarm();
+    std::unique_ptr<Model> farm(my_cast<Model*>(
+        NodeFactory::create("Farm<Tank>", {"F1", "A small farm"}, 0, nullptr, nullptr, nullptr), "test"));
+    farm->Q("hours") = Value(20.0, "h"); // more than the tank holds
+    farm->calculate(0);
+    const std::string dir = folder_.path() + "/html";
+    fs::create_directory(dir);
+    farm->printHtml(dir.c_str());
+    Tarvo::Core::stopKernel();
+
+    const TarvoRun page = browse("file://" + dir + "/0.html");
+    expectNoScriptErrors(page);
+    // The panes are set up when the page has loaded: the first tab is active and only its pane is shown.
+    EXPECT_NE(page.out.find("id=\"tab1\" class=\"tab-active\">Messages</a>"), std::string::npos) << page.out;
+    EXPECT_NE(page.out.find("class=\"tab-disabled\">Subobjects</a>"), std::string::npos);
+    EXPECT_NE(page.out.find("<div id=\"pane1\" style=\"display: block;\">"), std::string::npos);
+    for (const char* hidden : {"pane2", "pane3", "pane4", "pane5"})
+        EXPECT_NE(page.out.find(std::string("<div id=\"") + hidden + "\" style=\"display: none;\">"),
+                  std::string::npos)
+            << hidden;
+    EXPECT_NE(page.out.find("<td>Error[0]</td><td>overfull tank; @ Tank</td>"), std::string::npos);
+    EXPECT_NE(page.out.find("<a href=\"3.html\">Pump</a>"), std::string::npos);
+    EXPECT_TRUE(fs::exists(dir + "/3.html"));
+    EXPECT_TRUE(fs::exists(dir + "/4.html"));
+
+    // A reader who picks the fourth tab sees the reals and nothing else.
+    std::string text = readFile(dir + "/0.html");
+    text.insert(text.rfind("</body>"), "<script>window.addEventListener(\"load\", function () "
+                                       "{ document.getElementsByTagName(\"a\")[3].onclick(); });</script>");
+    std::ofstream(dir + "/reals.html") << text;
+    const TarvoRun reals = browse("file://" + dir + "/reals.html");
+    expectNoScriptErrors(reals);
+    EXPECT_NE(reals.out.find("class=\"tab-active\">Reals</a>"), std::string::npos) << reals.out;
+    EXPECT_NE(reals.out.find("class=\"tab-disabled\">Messages</a>"), std::string::npos);
+    EXPECT_NE(reals.out.find("<div id=\"pane4\" style=\"display: block;\">"), std::string::npos);
+    EXPECT_NE(reals.out.find("<div id=\"pane1\" style=\"display: none;\">"), std::string::npos);
+    EXPECT_NE(reals.out.find("<td>hours</td><td>72000 s</td>"), std::string::npos);
+}
