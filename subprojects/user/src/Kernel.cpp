@@ -1,4 +1,5 @@
 #include <tarvo/core/KernelStart.h>
+#include <tarvo/phases/RegisterPhases.h>
 #include <tarvo/user/Kernel.h>
 #include <tarvo/utility/Banner.h>
 #include <tarvo/utility/Diagnostic.h>
@@ -37,6 +38,8 @@ void initializeKernel() {
     Utility::addBannerEntry(20, descriptor.name, descriptor.description + " " + descriptor.version);
     Utility::printBanner(std::cout);
     Core::startKernel();
+    // The kernel's own types first, in the order of the catalogue, then those of this build.
+    registerPhases();
     if (modelCollection) modelCollection();
 }
 

@@ -80,6 +80,8 @@ public:
     bool sameUnits(const GenericValue& o) const { return units_ == o.units_; }
     // Replaces the exponents without any check.
     void setUnits(const UnitArray& units) { units_ = CompactUnits(units); }
+    // Zero with the units kept: what a balance means by clearing a flow.
+    void clear() { value_.clear(); }
     void divideUnits(int divisor) { units_.divide(divisor); }
     std::string unitText() const { return units().text(); }
 

@@ -1,0 +1,217 @@
+#include <tarvo/components/ListComponents.h>
+#include <tarvo/phases/PhaseMassMolar.h>
+#include <tarvo/utility/FunctionName.h>
+
+#include <limits>
+
+using Tarvo::Persistency::Defaults;
+
+namespace Phase {
+
+namespace {
+constexpr double epsilon = std::numeric_limits<double>::epsilon();
+
+const Value& componentMw(int i) { return components[i]->mw(); }
+} // namespace
+
+MassMolar::MassMolar(const Defaults& defaults, uint32_t id, Persistency* persistency, Persistent* parent,
+                     Persistent* root)
+    : Mass(defaults, id, persistency, parent, root),
+      x("x", "molar fraction", NCOMPONENTS, Value(1.0 / NCOMPONENTS), this),
+      ndotcomps("ndotcomps", "molar flow", NCOMPONENTS, Value(10000.0 / 18.0 / NCOMPONENTS, "kmol/h"), this) {
+    addVariable(mw);
+    addVariable(ndot);
+    addVariable(x);
+    addVariable(ndotcomps);
+}
+
+const Value& MassMolar::mwx() const {
+    mw_.clear();
+    for (int i = 0; i < NCOMPONENTS; ++i) mw_ += x[i] * componentMw(i);
+    return mw_;
+}
+
+const Value& MassMolar::mww() const {
+    mwInverse_.clear();
+    for (int i = 0; i < NCOMPONENTS; ++i) mwInverse_ += w[i] / componentMw(i);
+    if (mwInverse_.toDouble() == 0.0)
+        mw_.clear();
+    else
+        mw_ = 1.0 / mwInverse_;
+    return mw_;
+}
+
+void MassMolar::massFromMolarFlows_() {
+    for (int i = 0; i < NCOMPONENTS; ++i) mdotcomps[i] = ndotcomps[i] * componentMw(i);
+    const bool none = mdot.toDouble() == 0.0;
+    for (int i = 0; i < NCOMPONENTS; ++i) {
+        if (none)
+            w[i] = 0.0;
+        else
+            w[i] = mdotcomps[i] / mdot;
+    }
+}
+
+void MassMolar::flowsFromMassFractions_() {
+    for (int i = 0; i < NCOMPONENTS; ++i) {
+        mdotcomps[i] = mdot * w[i];
+        ndotcomps[i] = mdotcomps[i] / componentMw(i);
+    }
+    const bool none = ndot.toDouble() == 0.0;
+    for (int i = 0; i < NCOMPONENTS; ++i) {
+        if (none)
+            x[i] = 0.0;
+        else
+            x[i] = ndotcomps[i] / ndot;
+    }
+}
+
+void MassMolar::calculateNx_() {
+    requireComponents(TARVO_FUNCTION);
+    normalize(x);
+    mw = mwx();
+    mdot = ndot * mw;
+    for (int i = 0; i < NCOMPONENTS; ++i) ndotcomps[i] = ndot * x[i];
+    massFromMolarFlows_();
+}
+
+void MassMolar::calculateMx_() {
+    requireComponents(TARVO_FUNCTION);
+    normalize(x);
+    mw = mwx();
+    ndot = mdot / mw;
+    for (int i = 0; i < NCOMPONENTS; ++i) ndotcomps[i] = ndot * x[i];
+    massFromMolarFlows_();
+}
+
+void MassMolar::calculateNw_() {
+    requireComponents(TARVO_FUNCTION);
+    normalize(w);
+    mw = mww();
+    mdot = ndot * mw;
+    flowsFromMassFractions_();
+}
+
+void MassMolar::calculateMw_() {
+    requireComponents(TARVO_FUNCTION);
+    normalize(w);
+    mw = mww();
+    // All fractions 0 leave no molecular weight, and then no molar flow.
+    if (mw.toDouble() == 0.0)
+        ndot.clear();
+    else
+        ndot = mdot / mw;
+    flowsFromMassFractions_();
+}
+
+void MassMolar::calculateN_() {
+    requireComponents(TARVO_FUNCTION);
+    ndot.clear();
+    for (int i = 0; i < NCOMPONENTS; ++i) ndot += ndotcomps[i];
+    if (ndot.toDouble() == 0.0) {
+        for (int i = 0; i < NCOMPONENTS; ++i) {
+            x[i] = 1.0 / NCOMPONENTS;
+            w[i] = 1.0 / NCOMPONENTS;
+        }
+        return;
+    }
+    for (int i = 0; i < NCOMPONENTS; ++i) x[i] = ndotcomps[i] / ndot;
+    mw = mwx();
+    mdot = ndot * mw;
+    massFromMolarFlows_();
+}
+
+void MassMolar::calculateM_() {
+    requireComponents(TARVO_FUNCTION);
+    mdot.clear();
+    for (int i = 0; i < NCOMPONENTS; ++i) mdot += mdotcomps[i];
+    if (mdot.toDouble() == 0.0) {
+        ndot.clear();
+        for (int i = 0; i < NCOMPONENTS; ++i) {
+            ndotcomps[i].clear();
+            w[i] = 0.0;
+            x[i] = 0.0;
+        }
+        return;
+    }
+    for (int i = 0; i < NCOMPONENTS; ++i) {
+        w[i] = mdotcomps[i] / mdot;
+        ndotcomps[i] = mdotcomps[i] / componentMw(i);
+    }
+    mw = mww();
+    if (mw.toDouble() == 0.0)
+        ndot.clear();
+    else
+        ndot = mdot / mw;
+    const bool none = ndot.toDouble() == 0.0;
+    for (int i = 0; i < NCOMPONENTS; ++i) {
+        if (none)
+            x[i] = 0.0;
+        else
+            x[i] = ndotcomps[i] / ndot;
+    }
+}
+
+void MassMolar::calculateX(const Mode& mode) {
+    switch (mode) {
+    case Mode::Nx: calculateNx_(); break;
+    case Mode::Mx: calculateMx_(); break;
+    case Mode::Nw: calculateNw_(); break;
+    case Mode::Mw: calculateMw_(); break;
+    case Mode::N: calculateN_(); break;
+    case Mode::M: calculateM_(); break;
+    default: unsupportedMode(TARVO_FUNCTION, mode);
+    }
+}
+
+bool MassMolar::isPure() const {
+    requireComponents(TARVO_FUNCTION);
+    int ones = 0;
+    for (int i = 0; i < NCOMPONENTS; ++i) {
+        const double f = x[i].toDouble();
+        if (f > 1 - 10 * epsilon)
+            ++ones;
+        else if (f > 10 * epsilon)
+            return false;
+    }
+    return ones == 1;
+}
+
+Mass::Target MassMolar::presetTarget(const Mode& mode, const char* function) {
+    switch (mode) {
+    case Mode::Nx:
+    case Mode::Mx: return {&x, true, false};
+    case Mode::N: return {&ndotcomps, true, true};
+    default: return Mass::presetTarget(mode, function);
+    }
+}
+
+Mass& MassMolar::operator+=(const Mass& rhs) {
+    const auto* molar = dynamic_cast<const MassMolar*>(&rhs);
+    if (!molar) return Mass::operator+=(rhs);
+    for (int i = 0; i < NCOMPONENTS; ++i) ndotcomps[i] += molar->ndotcomps[i];
+    calculateN_();
+    return *this;
+}
+
+Mass& MassMolar::operator-=(const Mass& rhs) {
+    const auto* molar = dynamic_cast<const MassMolar*>(&rhs);
+    if (!molar) return Mass::operator-=(rhs);
+    for (int i = 0; i < NCOMPONENTS; ++i) {
+        if (molar->ndotcomps[i] > ndotcomps[i])
+            ndotcomps[i].clear();
+        else
+            ndotcomps[i] -= molar->ndotcomps[i];
+    }
+    calculateN_();
+    return *this;
+}
+
+Mass& MassMolar::operator*=(const Value& factor) {
+    Mass::operator*=(factor);
+    ndot *= factor;
+    for (int i = 0; i < NCOMPONENTS; ++i) ndotcomps[i] *= factor;
+    return *this;
+}
+
+} // namespace Phase

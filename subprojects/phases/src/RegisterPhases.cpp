@@ -1,0 +1,46 @@
+#include <tarvo/persistency/NodeFactory.h>
+#include <tarvo/phases/PhaseGeneric.h>
+#include <tarvo/phases/PhaseIdeal.h>
+#include <tarvo/phases/PhaseSimple.h>
+#include <tarvo/phases/PhaseSimpleTotal.h>
+#include <tarvo/phases/PhaseTotal.h>
+#include <tarvo/phases/RegisterPhases.h>
+
+#include <cctype>
+
+using Tarvo::Persistency::Defaults;
+using Tarvo::Persistency::StringOption;
+
+namespace {
+constexpr double iconSize = 40;
+
+std::string capitalized(std::string word) {
+    word[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(word[0])));
+    return word;
+}
+} // namespace
+
+void registerPhases() {
+    if (NodeFactory::registered("PhaseSimple")) return;
+    const std::vector<std::string> allTypes{"vapor", "liquid", "solid"};
+
+    NodeFactory::registerType<PhaseSimple>("PhaseSimple", "Simple, mass-balance only phase", "phase", false, {},
+                                           {StringOption{"typeP", "the phase type", "vapor", "phaseTypeEnum"}}, {},
+                                           "", iconSize, iconSize);
+    for (const std::string& type : allTypes) {
+        NodeFactory::registerAlias("PhaseSimple", "PhaseSimple<" + type + ">",
+                                   "Simple, mass-balance only, " + type + " phase",
+                                   Defaults().setString("typeP", type), "", iconSize, iconSize);
+    }
+    NodeFactory::registerType<PhaseSimpleTotal>("PhaseSimpleTotal", "Total phase model for simple mass-balance only",
+                                                "phase", false, {}, {}, {}, "", iconSize, iconSize);
+    NodeFactory::registerType<PhaseTotal>("PhaseTotal", "Total phase model for mass and molar-balance", "phase",
+                                          false, {}, {}, {}, "", iconSize, iconSize);
+    NodeFactory::registerType<PhaseGeneric<Phase::Ideal>>(
+        "PhaseIdeal", "ideal phase", "phase", false, {},
+        {StringOption{"typeP", "the phase type", "liquid", "phaseTypeEnum"}}, {}, "", iconSize, iconSize);
+    for (const std::string& type : allTypes) {
+        NodeFactory::registerAlias("PhaseIdeal", "PhaseIdeal<" + type + ">", capitalized(type) + " ideal phase",
+                                   Defaults().setString("typeP", type), "", iconSize, iconSize);
+    }
+}

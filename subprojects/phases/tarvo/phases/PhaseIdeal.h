@@ -1,0 +1,51 @@
+#ifndef TARVO_PHASES_PHASEIDEAL_H
+#define TARVO_PHASES_PHASEIDEAL_H
+
+#include <tarvo/phases/PhaseGenericInterface.h>
+#include <tarvo/utility/Diagnostic.h>
+
+#include <vector>
+
+namespace Phase {
+
+// The ideal model: sums of the pure components' properties of the phase's type, the ideal entropy of
+// mixing, and Raoult's law for fugacities. Every other model derives from it and keeps these sums as
+// its ideal part and its transport properties. Only components present (x > 0) enter a sum, so that no
+// route is ever called for an absent one.
+class Ideal : public GenericInterface, public virtual Diagnostic {
+public:
+    Ideal();
+
+    void initialize(const Vector& x, const Value& rho, const Value& mw) override;
+    void prepare(const Value& T, const Vector& x) override;
+    void preparefugacity(const Value& P, const Value& T, const Vector& x, const Value& total) const override;
+    const Value& calculate_P_(const Value& a, const Value& b, const Vector& x, const Value& total) const override;
+    const Value& calculate_rho_(const Value& P, const Value& T, const Vector& x) const override;
+    const Value& calculate_H_(const Value& P, const Value& T, const Vector& x) const override;
+    const Value& calculate_S_(const Value& P, const Value& T, const Vector& x) const override;
+    const Value& calculate_Cp_(const Value& P, const Value& T, const Vector& x) const override;
+    const Value& fugacity(int i) const override { return lnphi_[i]; }
+    Value mu_(const Value& T, const Value& P, const Vector& x) const override;
+    Value kappa_(const Value& T, const Value& P, const Vector& x) const override;
+    Value sigma_(const Value& T, const Value& P, const Vector& x) const override;
+    void setType(Tarvo::Utility::PhaseType type) override { this->type = static_cast<int>(type); }
+
+    Tarvo::Utility::PhaseType phaseType() const { return static_cast<Tarvo::Utility::PhaseType>(type); }
+
+    int type = static_cast<int>(Tarvo::Utility::PhaseType::liquid);
+
+protected:
+    mutable Value P_, rho_, H_, S_, Cp_, spare_;
+    mutable std::vector<double> viscosities_;
+    mutable std::vector<double> molecularWeights_;
+    mutable std::vector<double> mixing_;
+    mutable std::vector<Value> lnphi_;
+
+private:
+    // The pure-component viscosities and molecular weights of the present components, for the vapor rules.
+    void fillVaporData_(const Value& T, const Value& P, const Vector& x) const;
+};
+
+} // namespace Phase
+
+#endif
