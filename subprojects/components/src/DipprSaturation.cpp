@@ -101,13 +101,21 @@ Value AntoineSaturation::dhvlAt_(const Value& T, const Value& ps, double dps, do
     double dRhovdT, dRhovdP, dRhol;
     const Value vv = 1.0 / rhov(T, ps, &dRhovdT, &dRhovdP);
     const Value vl = 1.0 / rhol(T, ps, &dRhol);
-    const Value deltav = vv - vl;
     if (derT) {
-        const double t = T.toDouble(), v = vv.toDouble(), l = vl.toDouble(), dv = deltav.toDouble();
+        const double t = T.toDouble(), v = vv.toDouble(), l = vl.toDouble(), dv = v - l;
         const double dRhov = dRhovdT + dRhovdP * dps; // along the saturation line
         *derT = dps * dv + t * dv * d2ps + t * dps * (dRhol * l * l - dRhov * v * v);
     }
-    return T * (dps * PaPerK) * deltav;
+    // Clapeyron; dpsat/dT carries its own change, so that the derivatives follow the value.
+    return T * ofTemperature(dps, d2ps, T, PaPerK) * (vv - vl);
+}
+
+double AntoineSaturation::dhvlSlope_(double t) const {
+    double dps, d2ps, slope;
+    const Value T(t, "K");
+    const Value ps = psat(T, &dps, &d2ps);
+    dhvlAt_(T, ps, dps, d2ps, &slope);
+    return slope;
 }
 
 Value AntoineSaturation::hl(const Value& T, const Value& P) const {
@@ -139,7 +147,14 @@ Value AntoineSaturation::cpl(const Value& T, const Value& P) const {
         static_cast<void>(P - zeroPa);
         double derT;
         dhvl(TT, &derT);
-        return cpv(TT, P0) - derT * JPerKmolK;
+        // The slope of cpl needs the second derivative of dhvl: a central difference of the first, taken
+        // only when some derivative is asked for.
+        double slope = 0.0;
+        if (Active::numdir() > 0) {
+            const double t = TT.toDouble(), h = 1e-4 * t;
+            slope = (dhvlSlope_(t + h) - dhvlSlope_(t - h)) / (2 * h);
+        }
+        return cpv(TT, P0) - ofTemperature(derT, slope, TT, JPerKmolK);
     } catch (Error& e) {
         e.append(TARVO_FUNCTION);
         throw;

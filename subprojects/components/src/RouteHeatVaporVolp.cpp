@@ -80,7 +80,7 @@ Value RouteHeatVaporVolp::sv(const Value& T, const Value& P) const {
 Value RouteHeatVaporVolp::cpv(const Value& T, const Value&) const {
     try {
         const Value TT = T - zeroK;
-        return cp_.eval(TT.toDouble()) * kJPerKmolK;
+        return cp_.eval(TT / K) * kJPerKmolK;
     } catch (Error& e) {
         e.append(TARVO_FUNCTION);
         throw;

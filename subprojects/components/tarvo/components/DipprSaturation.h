@@ -32,6 +32,8 @@ public:
 
 private:
     Value dhvlAt_(const Value& T, const Value& ps, double dps, double d2ps, double* derT) const;
+    // d dhvl / dT at t, on numbers, with the liquid volume taken at constant pressure.
+    double dhvlSlope_(double t) const;
 
     ParameterAntoine antoine_;
     double dhv0_;
