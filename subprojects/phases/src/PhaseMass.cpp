@@ -29,12 +29,13 @@ Mass::Mass(const Defaults& defaults, uint32_t id, Persistency* persistency, Pers
 
 void Mass::calculate(int) { calculateX(static_cast<Mode>(representation())); }
 
-void Mass::requireComponents(const std::string& function) {
-    if (NCOMPONENTS < 1) throw ErrorRunTime(function, "No components defined");
+void Mass::requireComponents(const char* signature) {
+    if (NCOMPONENTS < 1) throw ErrorRunTime(Tarvo::Utility::shortFunctionName(signature), "No components defined");
 }
 
-void Mass::unsupportedMode(const std::string& function, const Mode& mode) {
-    throw ErrorSmartEnum(function, "massbalance", SmartEnumerator<MassBalanceMode>::item(mode).name());
+void Mass::unsupportedMode(const char* signature, const Mode& mode) {
+    throw ErrorSmartEnum(Tarvo::Utility::shortFunctionName(signature), "massbalance",
+                         SmartEnumerator<MassBalanceMode>::item(mode).name());
 }
 
 void Mass::normalize(QuantityVector& fractions) {
@@ -45,13 +46,13 @@ void Mass::normalize(QuantityVector& fractions) {
 }
 
 void Mass::calculateMw_() {
-    requireComponents(TARVO_FUNCTION);
+    requireComponents(__PRETTY_FUNCTION__);
     normalize(w);
     for (int i = 0; i < NCOMPONENTS; ++i) mdotcomps[i] = mdot * w[i];
 }
 
 void Mass::calculateM_() {
-    requireComponents(TARVO_FUNCTION);
+    requireComponents(__PRETTY_FUNCTION__);
     mdot.clear();
     for (int i = 0; i < NCOMPONENTS; ++i) mdot += mdotcomps[i];
     const bool none = mdot.toDouble() == 0.0;
@@ -67,12 +68,12 @@ void Mass::calculateX(const Mode& mode) {
     switch (mode) {
     case Mode::Mw: calculateMw_(); break;
     case Mode::M: calculateM_(); break;
-    default: unsupportedMode(TARVO_FUNCTION, mode);
+    default: unsupportedMode(__PRETTY_FUNCTION__, mode);
     }
 }
 
 bool Mass::isPure() const {
-    requireComponents(TARVO_FUNCTION);
+    requireComponents(__PRETTY_FUNCTION__);
     int ones = 0;
     for (int i = 0; i < NCOMPONENTS; ++i) {
         const double f = w[i].toDouble();

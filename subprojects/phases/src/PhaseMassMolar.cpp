@@ -1,6 +1,5 @@
 #include <tarvo/components/ListComponents.h>
 #include <tarvo/phases/PhaseMassMolar.h>
-#include <tarvo/utility/FunctionName.h>
 
 #include <limits>
 
@@ -67,7 +66,7 @@ void MassMolar::flowsFromMassFractions_() {
 }
 
 void MassMolar::calculateNx_() {
-    requireComponents(TARVO_FUNCTION);
+    requireComponents(__PRETTY_FUNCTION__);
     normalize(x);
     mw = mwx();
     mdot = ndot * mw;
@@ -76,7 +75,7 @@ void MassMolar::calculateNx_() {
 }
 
 void MassMolar::calculateMx_() {
-    requireComponents(TARVO_FUNCTION);
+    requireComponents(__PRETTY_FUNCTION__);
     normalize(x);
     mw = mwx();
     ndot = mdot / mw;
@@ -85,7 +84,7 @@ void MassMolar::calculateMx_() {
 }
 
 void MassMolar::calculateNw_() {
-    requireComponents(TARVO_FUNCTION);
+    requireComponents(__PRETTY_FUNCTION__);
     normalize(w);
     mw = mww();
     mdot = ndot * mw;
@@ -93,7 +92,7 @@ void MassMolar::calculateNw_() {
 }
 
 void MassMolar::calculateMw_() {
-    requireComponents(TARVO_FUNCTION);
+    requireComponents(__PRETTY_FUNCTION__);
     normalize(w);
     mw = mww();
     // All fractions 0 leave no molecular weight, and then no molar flow.
@@ -105,7 +104,7 @@ void MassMolar::calculateMw_() {
 }
 
 void MassMolar::calculateN_() {
-    requireComponents(TARVO_FUNCTION);
+    requireComponents(__PRETTY_FUNCTION__);
     ndot.clear();
     for (int i = 0; i < NCOMPONENTS; ++i) ndot += ndotcomps[i];
     if (ndot.toDouble() == 0.0) {
@@ -122,7 +121,7 @@ void MassMolar::calculateN_() {
 }
 
 void MassMolar::calculateM_() {
-    requireComponents(TARVO_FUNCTION);
+    requireComponents(__PRETTY_FUNCTION__);
     mdot.clear();
     for (int i = 0; i < NCOMPONENTS; ++i) mdot += mdotcomps[i];
     if (mdot.toDouble() == 0.0) {
@@ -160,12 +159,12 @@ void MassMolar::calculateX(const Mode& mode) {
     case Mode::Mw: calculateMw_(); break;
     case Mode::N: calculateN_(); break;
     case Mode::M: calculateM_(); break;
-    default: unsupportedMode(TARVO_FUNCTION, mode);
+    default: unsupportedMode(__PRETTY_FUNCTION__, mode);
     }
 }
 
 bool MassMolar::isPure() const {
-    requireComponents(TARVO_FUNCTION);
+    requireComponents(__PRETTY_FUNCTION__);
     int ones = 0;
     for (int i = 0; i < NCOMPONENTS; ++i) {
         const double f = x[i].toDouble();
@@ -177,12 +176,12 @@ bool MassMolar::isPure() const {
     return ones == 1;
 }
 
-Mass::Target MassMolar::presetTarget(const Mode& mode, const char* function) {
+Mass::Target MassMolar::presetTarget(const Mode& mode, const char* signature) {
     switch (mode) {
     case Mode::Nx:
     case Mode::Mx: return {&x, true, false};
     case Mode::N: return {&ndotcomps, true, true};
-    default: return Mass::presetTarget(mode, function);
+    default: return Mass::presetTarget(mode, signature);
     }
 }
 

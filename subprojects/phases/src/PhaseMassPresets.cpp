@@ -1,6 +1,5 @@
 #include <tarvo/components/ListComponents.h>
 #include <tarvo/phases/PhaseMass.h>
-#include <tarvo/utility/FunctionName.h>
 
 #include <cmath>
 #include <vector>
@@ -64,60 +63,60 @@ std::vector<double> shaped(std::vector<double> c, double f) {
 }
 } // namespace
 
-Mass::Target Mass::presetTarget(const Mode& mode, const char* function) {
+Mass::Target Mass::presetTarget(const Mode& mode, const char* signature) {
     switch (mode) {
     case Mode::Nw:
     case Mode::Mw: return {&w, false, false};
     case Mode::M: return {&mdotcomps, false, true};
-    default: unsupportedMode(function, mode);
+    default: unsupportedMode(signature, mode);
     }
 }
 
 void Mass::setEquimolar(const Mode& mode) {
-    requireComponents(TARVO_FUNCTION);
-    const Target target = presetTarget(mode, TARVO_FUNCTION.c_str());
+    requireComponents(__PRETTY_FUNCTION__);
+    const Target target = presetTarget(mode, __PRETTY_FUNCTION__);
     write(target, equalWeights(target, true, -1));
 }
 
 void Mass::setEquimass(const Mode& mode) {
-    requireComponents(TARVO_FUNCTION);
-    const Target target = presetTarget(mode, TARVO_FUNCTION.c_str());
+    requireComponents(__PRETTY_FUNCTION__);
+    const Target target = presetTarget(mode, __PRETTY_FUNCTION__);
     write(target, equalWeights(target, false, -1));
 }
 
 void Mass::setEquimolarNoKey(const Mode& mode, int key) {
-    requireComponents(TARVO_FUNCTION);
-    const Target target = presetTarget(mode, TARVO_FUNCTION.c_str());
+    requireComponents(__PRETTY_FUNCTION__);
+    const Target target = presetTarget(mode, __PRETTY_FUNCTION__);
     write(target, equalWeights(target, true, key));
 }
 
 void Mass::setEquimassNoKey(const Mode& mode, int key) {
-    requireComponents(TARVO_FUNCTION);
-    const Target target = presetTarget(mode, TARVO_FUNCTION.c_str());
+    requireComponents(__PRETTY_FUNCTION__);
+    const Target target = presetTarget(mode, __PRETTY_FUNCTION__);
     write(target, equalWeights(target, false, key));
 }
 
 void Mass::setPure(const Mode& mode, int i) {
-    requireComponents(TARVO_FUNCTION);
+    requireComponents(__PRETTY_FUNCTION__);
     checkIndex(i, "Phase::Mass::setPure");
-    const Target target = presetTarget(mode, TARVO_FUNCTION.c_str());
+    const Target target = presetTarget(mode, __PRETTY_FUNCTION__);
     std::vector<double> weights(NCOMPONENTS, 0.0);
     weights[i] = 1.0;
     write(target, weights);
 }
 
 void Mass::setImpure(const Mode& mode, int i, double f) {
-    requireComponents(TARVO_FUNCTION);
+    requireComponents(__PRETTY_FUNCTION__);
     checkIndex(i, "Phase::Mass::setImpure");
-    const Target target = presetTarget(mode, TARVO_FUNCTION.c_str());
+    const Target target = presetTarget(mode, __PRETTY_FUNCTION__);
     std::vector<double> weights(NCOMPONENTS, f);
     weights[i] = 1.0 - (NCOMPONENTS - 1) * f;
     write(target, weights);
 }
 
 void Mass::clearComposition(const Mode& mode) {
-    requireComponents(TARVO_FUNCTION);
-    const Target target = presetTarget(mode, TARVO_FUNCTION.c_str());
+    requireComponents(__PRETTY_FUNCTION__);
+    const Target target = presetTarget(mode, __PRETTY_FUNCTION__);
     for (Value& v : target.values->value()) {
         if (target.flows)
             v.clear();
@@ -127,9 +126,9 @@ void Mass::clearComposition(const Mode& mode) {
 }
 
 void Mass::setSymmetrical(const Mode& mode, double f) {
-    requireComponents(TARVO_FUNCTION);
-    const Target target = presetTarget(mode, TARVO_FUNCTION.c_str());
-    if (target.flows) unsupportedMode(TARVO_FUNCTION, mode);
+    requireComponents(__PRETTY_FUNCTION__);
+    const Target target = presetTarget(mode, __PRETTY_FUNCTION__);
+    if (target.flows) unsupportedMode(__PRETTY_FUNCTION__, mode);
     if (NCOMPONENTS == 1) return write(target, {1.0});
     std::vector<double> c(NCOMPONENTS);
     for (int k = 0; k < NCOMPONENTS; ++k)
@@ -138,9 +137,9 @@ void Mass::setSymmetrical(const Mode& mode, double f) {
 }
 
 void Mass::setAsymmetrical(const Mode& mode, bool ascending, double f) {
-    requireComponents(TARVO_FUNCTION);
-    const Target target = presetTarget(mode, TARVO_FUNCTION.c_str());
-    if (target.flows) unsupportedMode(TARVO_FUNCTION, mode);
+    requireComponents(__PRETTY_FUNCTION__);
+    const Target target = presetTarget(mode, __PRETTY_FUNCTION__);
+    if (target.flows) unsupportedMode(__PRETTY_FUNCTION__, mode);
     std::vector<double> c(NCOMPONENTS);
     for (int k = 0; k < NCOMPONENTS; ++k) c[k] = ascending ? k : NCOMPONENTS - 1 - k;
     write(target, shaped(c, f));

@@ -1,5 +1,4 @@
 #include <tarvo/phases/PhaseTotal.h>
-#include <tarvo/utility/FunctionName.h>
 
 using Tarvo::Persistency::Defaults;
 
@@ -13,7 +12,10 @@ template <typename Visit> void PhaseTotal::forEachPhase_(const char* function, V
         if (dynamic_cast<Phase::Total*>(phase)) continue;
         const Value& f = stream_->phaseFraction(*phase);
         if (f.toDouble() <= 0) continue;
-        visit(*my_cast<Phase::MassMolarProperties*>(phase, function), f);
+        auto* properties = dynamic_cast<Phase::MassMolarProperties*>(phase);
+        // my_cast spells the function's name as a string: only on the way to its error.
+        if (!properties) properties = my_cast<Phase::MassMolarProperties*>(phase, function);
+        visit(*properties, f);
     }
 }
 

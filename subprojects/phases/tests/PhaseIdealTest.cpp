@@ -171,6 +171,7 @@ public:
     std::vector<Phase::Mass*> all;
     const std::vector<Phase::Mass*>& phases() const override { return all; }
     const Value& phaseFraction(const Phase::Mass& phase) const override { return phase.fraction; }
+    Phase::Mass* findPhase(const Tarvo::Utility::PhaseIndex&) const override { return nullptr; }
     const Value& Fraction(const Tarvo::Utility::PhaseIndex&, bool) const override { return one; }
     Vector X(const Tarvo::Utility::PhaseIndex&) const override { return {}; }
 };

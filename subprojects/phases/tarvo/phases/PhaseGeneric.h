@@ -16,9 +16,10 @@ class Generic : public MassMolarProperties {
 public:
     using Interface = GenericInterface;
 
-    // Takes ownership of the model.
+    // Takes ownership of the model; held by a unique_ptr from the start, so that it is freed if the
+    // construction of the phase fails.
     Generic(const Tarvo::Persistency::Defaults& defaults, uint32_t id, Persistency* persistency, Persistent* parent,
-            Persistent* root, Interface* model);
+            Persistent* root, std::unique_ptr<Interface> model);
 
     const Value& calculate_P(const Value& a, const Value& b) override;
     const Value& calculate_rho(const Value& P, const Value& T) override;
@@ -39,7 +40,9 @@ protected:
     std::unique_ptr<Interface> model_;
 
 private:
-    const Vector& composition_(const char* function) const;
+    // The molar fractions, once the component list is known not to be empty; `signature` names the caller
+    // in the error.
+    const Vector& composition_(const char* signature) const;
     Value sumOfFractions_() const;
 };
 
@@ -50,7 +53,7 @@ template <typename T> class PhaseGeneric : public Phase::Generic {
 public:
     PhaseGeneric(const Tarvo::Persistency::Defaults& defaults, uint32_t id, Persistency* persistency,
                  Persistent* parent, Persistent* root)
-        : Generic(defaults, id, persistency, parent, root, new T),
+        : Generic(defaults, id, persistency, parent, root, std::make_unique<T>()),
           typeP("typeP", "the phase type", retrieveString(defaults, id, persistency, "typeP", "liquid"), this) {
         addVariable(typeP);
         setType(phaseTypeOf(typeP.value()));

@@ -79,10 +79,13 @@ public:
     };
 
 protected:
-    virtual Target presetTarget(const Mode& mode, const char* function);
+    // `signature` here and below is the caller's __PRETTY_FUNCTION__: it is shortened to the function's
+    // name only on the way to an error, so that the checks cost no string on the paths of a flash.
+    virtual Target presetTarget(const Mode& mode, const char* signature);
     // The error for a balance mode that an operation does not support.
-    [[noreturn]] static void unsupportedMode(const std::string& function, const Mode& mode);
-    static void requireComponents(const std::string& function);
+    [[noreturn]] static void unsupportedMode(const char* signature, const Mode& mode);
+    // Raises "No components defined" when the component list is empty.
+    static void requireComponents(const char* signature);
     // Divides the entries by their sum, unless the sum is 0.
     static void normalize(QuantityVector& fractions);
 

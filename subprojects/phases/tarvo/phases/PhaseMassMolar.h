@@ -42,7 +42,7 @@ public:
     QuantityVector ndotcomps;
 
 protected:
-    Target presetTarget(const Mode& mode, const char* function) override;
+    Target presetTarget(const Mode& mode, const char* signature) override;
 
 private:
     // The mass balance from the fractions w and mdot that are already set, as in Nw.

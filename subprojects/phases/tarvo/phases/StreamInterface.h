@@ -19,6 +19,8 @@ public:
     virtual const std::vector<Phase::Mass*>& phases() const = 0;
     // The molar fraction of the total that `phase` carries in the present state of the stream.
     virtual const Value& phaseFraction(const Phase::Mass& phase) const = 0;
+    // The phase of that index, or null if the stream has none.
+    virtual Phase::Mass* findPhase(const Tarvo::Utility::PhaseIndex& index) const = 0;
     // The flash's fraction of a phase, with or without clipping into [0, 1].
     virtual const Value& Fraction(const Tarvo::Utility::PhaseIndex& index, bool clipped) const = 0;
     // The flash's composition of a phase.

@@ -1,0 +1,103 @@
+// The cost of what a flash asks of a phase at every iteration: a balance, the properties at (P, T) and
+// the fugacity coefficients, for the ideal model. The sums over the components' routes should dominate:
+// the phase layer adds no allocation and no string work of its own.
+#include <tarvo/components/ListComponents.h>
+#include <tarvo/core/KernelStart.h>
+#include <tarvo/persistency/NodeFactory.h>
+#include <tarvo/phases/PhaseGeneric.h>
+#include <tarvo/phases/RegisterPhases.h>
+
+#include <benchmark/benchmark.h>
+
+#include <memory>
+#include <string>
+
+namespace {
+
+using Mode = Tarvo::Utility::MassBalanceMode;
+
+// A phase of the kernel's five components at a fixed composition, made as a stream makes it.
+std::unique_ptr<Phase::Generic> makePhase(const std::string& type) {
+    Tarvo::Core::startKernel();
+    registerPhases();
+    std::unique_ptr<Phase::Generic> phase(dynamic_cast<Phase::Generic*>(
+        NodeFactory::create(type, Tarvo::Persistency::Defaults("P", "phase"), 0, nullptr, nullptr, nullptr)));
+    const double x[] = {0.2, 0.3, 0.1, 0.25, 0.15};
+    for (int i = 0; i < NCOMPONENTS; ++i) phase->x[i] = x[i];
+    phase->ndot = Value(100.0, "kmol/h");
+    phase->calculate(0);
+    return phase;
+}
+
+void BM_BalanceNx(benchmark::State& state) {
+    auto phase = makePhase("PhaseIdeal<vapor>");
+    for (auto _ : state) {
+        phase->calculateX(Mode::Nx);
+        benchmark::DoNotOptimize(phase->mdot.toDouble());
+    }
+    phase.reset();
+    Tarvo::Core::stopKernel();
+}
+BENCHMARK(BM_BalanceNx);
+
+void BM_BalanceM(benchmark::State& state) {
+    auto phase = makePhase("PhaseIdeal<vapor>");
+    for (auto _ : state) {
+        phase->calculateX(Mode::M);
+        benchmark::DoNotOptimize(phase->ndot.toDouble());
+    }
+    phase.reset();
+    Tarvo::Core::stopKernel();
+}
+BENCHMARK(BM_BalanceM);
+
+void BM_PropertiesIdealVapor(benchmark::State& state) {
+    auto phase = makePhase("PhaseIdeal<vapor>");
+    const Value P(2.0, "bar"), T(400.0, "K");
+    for (auto _ : state) {
+        phase->calculateProperties(P, T, true);
+        benchmark::DoNotOptimize(phase->g.toDouble());
+    }
+    phase.reset();
+    Tarvo::Core::stopKernel();
+}
+BENCHMARK(BM_PropertiesIdealVapor);
+
+void BM_PropertiesIdealLiquid(benchmark::State& state) {
+    auto phase = makePhase("PhaseIdeal<liquid>");
+    const Value P(2.0, "bar"), T(300.0, "K");
+    for (auto _ : state) {
+        phase->calculateProperties(P, T, true);
+        benchmark::DoNotOptimize(phase->g.toDouble());
+    }
+    phase.reset();
+    Tarvo::Core::stopKernel();
+}
+BENCHMARK(BM_PropertiesIdealLiquid);
+
+// The density alone: the phase layer around one short model call.
+void BM_DensityIdealVapor(benchmark::State& state) {
+    auto phase = makePhase("PhaseIdeal<vapor>");
+    const Value P(2.0, "bar"), T(400.0, "K");
+    for (auto _ : state) benchmark::DoNotOptimize(phase->calculate_rho(P, T).toDouble());
+    phase.reset();
+    Tarvo::Core::stopKernel();
+}
+BENCHMARK(BM_DensityIdealVapor);
+
+void BM_FugacitiesIdealLiquid(benchmark::State& state) {
+    auto phase = makePhase("PhaseIdeal<liquid>");
+    const Value P(2.0, "bar"), T(300.0, "K");
+    for (auto _ : state) {
+        phase->prepare(T);
+        phase->preparefugacity(P, T);
+        double sum = 0;
+        for (int i = 0; i < NCOMPONENTS; ++i) sum += phase->fugacity(i).toDouble();
+        benchmark::DoNotOptimize(sum);
+    }
+    phase.reset();
+    Tarvo::Core::stopKernel();
+}
+BENCHMARK(BM_FugacitiesIdealLiquid);
+
+} // namespace
