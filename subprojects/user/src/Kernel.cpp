@@ -1,5 +1,6 @@
 #include <tarvo/core/KernelStart.h>
 #include <tarvo/phases/RegisterPhases.h>
+#include <tarvo/streams/RegisterStreams.h>
 #include <tarvo/user/Kernel.h>
 #include <tarvo/utility/Banner.h>
 #include <tarvo/utility/Diagnostic.h>
@@ -37,9 +38,14 @@ void initializeKernel() {
     Utility::addBannerEntry(0, "TARVO", kernelVersion);
     Utility::addBannerEntry(20, descriptor.name, descriptor.description + " " + descriptor.version);
     Utility::printBanner(std::cout);
+    registerKernelTypes();
+}
+
+void registerKernelTypes() {
     Core::startKernel();
     // The kernel's own types first, in the order of the catalogue, then those of this build.
     registerPhases();
+    registerStreams();
     if (modelCollection) modelCollection();
 }
 

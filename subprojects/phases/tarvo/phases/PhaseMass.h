@@ -17,6 +17,12 @@ public:
 
     Mass(const Tarvo::Persistency::Defaults& defaults, uint32_t id, Persistency* persistency, Persistent* parent,
          Persistent* root);
+    // Copies the values of the items. The implicit member-wise copy would copy the tables of item
+    // pointers too, and leave this phase's tables pointing into the other one.
+    Mass& operator=(const Mass& other) {
+        Object::operator=(static_cast<const Node&>(other));
+        return *this;
+    }
 
     Tarvo::Utility::Category category() const override { return Tarvo::Utility::Category::phase; }
     // Runs the balance of representation().

@@ -32,6 +32,8 @@ void setModelCollection(ModelCollection collection);
 
 // Prints the banner and registers the model collection; a second call does nothing.
 void initializeKernel();
+// Starts the kernel and registers its types and the model collection, without a banner.
+void registerKernelTypes();
 // Undoes initializeKernel, so that a process may initialise again.
 void finalizeKernel();
 

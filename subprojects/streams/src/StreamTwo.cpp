@@ -1,0 +1,171 @@
+#include <tarvo/components/ListComponents.h>
+#include <tarvo/phases/PhaseIdeal.h>
+#include <tarvo/streams/StreamTwo.h>
+#include <tarvo/utility/Log.h>
+
+#include <cmath>
+#include <type_traits>
+#include <typeinfo>
+
+using Tarvo::Persistency::Defaults;
+using Tarvo::Utility::FlashMode;
+using Tarvo::Utility::PhaseIndex;
+using Tarvo::Utility::PhaseType;
+
+namespace {
+constexpr int verbosityFile = -1;
+
+bool idealModel(const Phase::Generic& phase) { return typeid(phase.model()) == typeid(Phase::Ideal); }
+} // namespace
+
+template <typename F>
+StreamTwo<F>::StreamTwo(const Defaults& defaults, uint32_t id, Persistency* persistency, Persistent* parent,
+                        Persistent* root, bool withSolid)
+    : Model(defaults, id, persistency, parent, root), Stream(defaults, id, persistency, parent, root),
+      embeddedTypePhase0("embeddedTypePhase[0]", withSolid ? "type of the embedded fluid phase" : "phase type for phase 1",
+                         retrieveString(defaults, id, persistency, "embeddedTypePhase[0]",
+                                        std::is_same_v<F, FlashLlTx> ? "PhaseIdeal<liquid>" : "PhaseIdeal<vapor>"),
+                         this),
+      embeddedTypePhase1("embeddedTypePhase[1]", withSolid ? "type of the embedded fluid phase" : "phase type for phase 2",
+                         retrieveString(defaults, id, persistency, "embeddedTypePhase[1]", "PhaseIdeal<liquid>"), this) {
+    addVariable(embeddedTypePhase0);
+    addVariable(embeddedTypePhase1);
+    const bool liquids = std::is_same_v<F, FlashLlTx>;
+    addTotalPhase("PhaseTotal", persistency);
+    first_ = my_cast<Phase::Generic*>(addPhase(embeddedTypePhase0.value(), liquids ? "L1phase" : "Vphase",
+                                               liquids ? "First liquid phase" : "Vapor phase", persistency,
+                                               this->vaporIndex),
+                                      "StreamTwo::StreamTwo");
+    second_ = my_cast<Phase::Generic*>(addPhase(embeddedTypePhase1.value(), liquids ? "L2phase" : "Lphase",
+                                                liquids ? "Second liquid phase" : "Liquid phase", persistency,
+                                                this->liquidIndex),
+                                       "StreamTwo::StreamTwo");
+    if (liquids) {
+        first_->setType(PhaseType::liquid);
+        second_->setType(PhaseType::liquid);
+    }
+    if (withSolid)
+        solid_ = my_cast<Phase::Generic*>(
+            addPhase("PhaseIdeal<solid>", "Sphase", "Solid phase", persistency, PhaseIndex::solid1),
+            "StreamTwo::StreamTwo");
+    this->isIdeal = idealModel(*first_) && idealModel(*second_);
+}
+
+template <typename F> const Vector& StreamTwo<F>::splitComposition() const {
+    if (solid_) return this->fluidZ_;
+    return static_cast<const Phase::MassMolar&>(*Tphase).x.value();
+}
+
+template <typename F> void StreamTwo<F>::initializeNonPersistents() {
+    Stream::initializeNonPersistents();
+    FlashBase::T = T;
+    FlashBase::P = P;
+    TARVO_LOG(3) << "Initializing KVLs";
+    first_->prepare(T);
+    second_->prepare(T);
+    estimateFlash();
+}
+
+template <typename F> void StreamTwo<F>::pushSplit_(bool properties) {
+    for (int i = 0; i < NCOMPONENTS; ++i) {
+        first_->x[i] = this->y[i];
+        second_->x[i] = this->x[i];
+    }
+    first_->prepare(FlashBase::T);
+    second_->prepare(FlashBase::T);
+    if (!properties) return;
+    first_->fraction = Fraction(this->vaporIndex, true);
+    second_->fraction = Fraction(this->liquidIndex, true);
+    first_->calculateProperties(FlashBase::P, FlashBase::T, true);
+    second_->calculateProperties(FlashBase::P, FlashBase::T, true);
+    if (solid_) {
+        for (int i = 0; i < NCOMPONENTS; ++i) solid_->x[i] = this->solidX_[i];
+        solid_->fraction = this->solidShare_;
+        solid_->calculateProperties(FlashBase::P, FlashBase::T, true);
+    }
+}
+
+template <typename F> void StreamTwo<F>::prepare_residuals() {
+    TARVO_LOG(4) << "Now prepare residuals for phase " << fullTag();
+    this->prepare_Flash_residuals();
+    if (solid_) this->calculateInertSolids(static_cast<const Phase::MassMolar&>(*Tphase).x.value());
+    this->calculateSplit(splitComposition());
+    pushSplit_(residualsNeedProperties());
+}
+
+template <typename F> void StreamTwo<F>::updateFlash() {
+    pushSplit_(false);
+    first_->fraction = Fraction(this->vaporIndex, true).toDouble();
+    second_->fraction = Fraction(this->liquidIndex, true).toDouble();
+    if (solid_) {
+        for (int i = 0; i < NCOMPONENTS; ++i) solid_->x[i] = this->solidX_[i].toDouble();
+        solid_->fraction = this->solidShare_.toDouble();
+    }
+    TARVO_LOG(3) << "Vphase->fraction = " << first_->fraction.toDouble();
+    Stream::updateFlash();
+}
+
+template <typename F> void StreamTwo<F>::setFlash(const FlashMode& fm) {
+    if (fm == FlashMode::PA)
+        this->setFlash_(fm, P, first_->fraction, true);
+    else if (fm == FlashMode::SA)
+        this->setFlash_(fm, static_cast<Phase::MassMolarProperties&>(*Tphase).S, first_->fraction, true);
+    else
+        Stream::setFlash(fm);
+}
+
+template <typename F> void StreamTwo<F>::estimateFlash() {
+    this->sumx.clear();
+    this->sumy.clear();
+    for (int i = 0; i < NCOMPONENTS; ++i) {
+        this->x[i] = second_->x[i];
+        this->y[i] = first_->x[i];
+        this->sumx += this->x[i];
+        this->sumy += this->y[i];
+    }
+    first_->prepare(FlashBase::T);
+    second_->prepare(FlashBase::T);
+    if (!this->isIdeal) {
+        second_->preparefugacity(FlashBase::P, FlashBase::T);
+        first_->preparefugacity(FlashBase::P, FlashBase::T);
+    }
+    for (int i = 0; i < NCOMPONENTS; ++i) {
+        if (components[i]->isSolid())
+            this->kVL_[i] = 1e-100;
+        else if (this->isIdeal)
+            this->kVL_[i] = components[i]->kvli(FlashBase::T, FlashBase::P);
+        else
+            this->kVL_[i] = exp(second_->fugacity(i) - first_->fugacity(i));
+    }
+}
+
+template <typename F> void StreamTwo<F>::estimateEquilibrium(const Value& Pstart, const Value& Tstart) {
+    if (solid_) this->calculateInertSolids(static_cast<const Phase::MassMolar&>(*Tphase).x.value());
+    F::estimateEquilibrium(Pstart, Tstart);
+}
+
+template <typename F> void StreamTwo<F>::precompute_isIdeal() {
+    this->isIdeal = true;
+    this->prepare_Flash_residuals();
+    this->solveFlash(false, std::fabs(Tphase->totalFlow().toDouble()) <= 2.220446049250313e-14);
+    this->isIdeal = false;
+}
+
+template <typename F> const Value& StreamTwo<F>::Fraction(const PhaseIndex& index, bool clipped) const {
+    if (!solid_) return F::Fraction(index, clipped);
+    if (index == PhaseIndex::solid1) return this->solidShare_;
+    scaledFraction_ = F::Fraction(index, clipped) * (1.0 - this->solidShare_);
+    return scaledFraction_;
+}
+
+template <typename F> Vector StreamTwo<F>::X(const PhaseIndex& index) const {
+    if (solid_ && index == PhaseIndex::solid1) return this->solidX_;
+    return F::X(index);
+}
+
+template class StreamTwo<FlashVl>;
+template class StreamTwo<FlashVlT>;
+template class StreamTwo<FlashVlTx>;
+template class StreamTwo<FlashLlTx>;
+template class StreamTwoSolid<FlashVlT>;
+template class StreamTwoSolid<FlashVlTx>;

@@ -1,0 +1,69 @@
+#ifndef TARVO_STREAMS_FLASH_H
+#define TARVO_STREAMS_FLASH_H
+
+#include <tarvo/core/ObjectiveNleAd.h>
+#include <tarvo/core/Scaler.h>
+#include <tarvo/core/SolverNleRecipesAutomatic.h>
+#include <tarvo/streams/FlashBase.h>
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+// The flash as a system of equations: temperature and pressure, and in derived classes the split between
+// phases, are unknowns of an objective solved by Newton's method. One fluid phase here: no equilibrium,
+// the residuals are the specification and the pressure.
+class Flash : public ObjectiveNleAd, public virtual FlashBase, public virtual Diagnostic {
+public:
+    explicit Flash(std::string name = "single phase Flash objective function");
+    // A flash belongs to one stream; its unknowns are shared with the solver by address.
+    Flash& operator=(const Flash&) = delete;
+    Flash& operator=(Flash&&) = delete;
+
+    int calculateResiduals(std::vector<Value>& y, uint32_t offset) override;
+    // Stores the mode and its two specifications; a mode that the class does not solve raises the
+    // "Flash mode" error.
+    virtual void setFlash_(const FlashMode& fm, const Value& a, const Value& b, bool apply);
+    // Solves, unless the flash is part of a larger system (simultaneous), and clips T and P into the global
+    // limits. Returns the solver's status.
+    virtual int solveFlash(bool simultaneous, bool zeroFlow);
+    virtual std::string statusText(int status) const;
+    // Registers the unknowns once: T, P, then those of derived classes.
+    virtual void addUnknowns();
+    virtual bool isSolved() const { return solved_; }
+    virtual void prepare_Flash_residuals() {}
+    virtual Value calculateResidualsFlashMode();
+    virtual void clip_();
+    // The start of the iteration at (P, T), both taken from the specification where it gives them.
+    virtual void estimate(const Value& P, const Value& T);
+    const Value& Fraction(const PhaseIndex& index, bool clipped) const override;
+    Vector X(const PhaseIndex& index) const override;
+    virtual void estimateEquilibrium(const Value& /*P*/, const Value& /*T*/) {}
+
+    Value calculateResidualsPressure();
+    // Separates the components that are solids from the fluid ones in the composition z: fluidZ_ and
+    // solidX_ are each normalized (0 where a part has nothing), solidShare_ is the solids' molar share.
+    void calculateInertSolids(const Vector& z);
+    int iterations() const { return solver_ ? solver_->iterations() : 0; }
+    // Registers the unknowns if that has not happened; the objective of an enclosing system reads them.
+    void ensureUnknowns();
+
+    bool isIdeal = true;
+
+protected:
+    // Unknowns that a derived class hands over behind T and P, with their scalers.
+    virtual std::vector<std::pair<Value*, Scaler>> betas() { return {}; }
+    [[noreturn]] void unsupportedMode(const std::string& function, const FlashMode& fm) const;
+
+    Vector fluidZ_;
+    Vector solidX_;
+    Value solidShare_{0.0};
+
+private:
+    std::unique_ptr<SolverNleRecipesAutomatic> solver_;
+    bool unknownsAdded_ = false;
+    bool solved_ = false;
+};
+
+#endif
