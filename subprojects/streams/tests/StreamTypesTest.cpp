@@ -83,8 +83,9 @@ TEST_F(StreamTest, EveryRegisteredStreamCalculatesFromItsDefaults) {
         EXPECT_NO_THROW(s->calculate(0)) << type.name;
         EXPECT_TRUE(s->errorList().empty()) << type.name << ": " << s->errorList().front();
         EXPECT_TRUE(std::isfinite(s->Tphase->totalFlow().toDouble())) << type.name;
-        if (auto* properties = dynamic_cast<Phase::MassMolarProperties*>(s->Tphase))
+        if (auto* properties = dynamic_cast<Phase::MassMolarProperties*>(s->Tphase)) {
             EXPECT_TRUE(std::isfinite(properties->H.toDouble())) << type.name;
+        }
     }
     EXPECT_GE(streams, 15);
 }
