@@ -160,18 +160,13 @@ void Stream::go(SolutionMode mode, int) {
     TARVO_LOG(3) << "Entered for " << fullTag() << " with flowoption = " << flowoption.value()
                  << ", flashoption = " << flashoption.value() << " and cut mode = " << (cut ? "true" : "false");
     resetErrors();
-    MassBalanceMode balance;
-    if (cut) {
-        setFlash(hasProperties() ? FlashMode::PH : FlashMode::PT);
-        balance = Phase::flowonly(static_cast<MassBalanceMode>(Tphase->representation()));
-    } else {
-        setFlash(flashOptionMode());
-        balance = flowOptionMode();
-    }
+    const MassBalanceMode balance =
+        cut ? Phase::flowonly(static_cast<MassBalanceMode>(Tphase->representation())) : flowOptionMode();
+    // The balance first: a density specification is turned into a molar one by the molecular weight.
     Tphase->calculateX(balance);
+    setFlash(cut ? (hasProperties() ? FlashMode::PH : FlashMode::PT) : flashOptionMode());
     // Every sequential calculation starts from an estimate at the items' state, not only the first: a start
-    // left in another region of the phase diagram converges slowly, since a clipped vapor fraction keeps
-    // derivatives that its value does not follow.
+    // left on the other side of a phase boundary converges slowly.
     if (mode < simultaneous) flash().estimate(P, T);
     TARVO_LOG(3) << "Now setting Flash variables";
     if (!flash().isIdeal) precompute_isIdeal();

@@ -88,3 +88,24 @@ TEST_F(StreamTest, EnthalpyAndEntropySpecificationsRecoverTheTemperature) {
         EXPECT_NEAR(e->T.toDouble(), T, 1e-5 * T);
     }
 }
+
+// Density specifications on the ideal gas give back the pressure and temperature of the state they were taken
+// from; the flash turns the mass density into a molar one by the stream's own molecular weight.
+TEST_F(StreamTest, DensitySpecificationsRecoverTheState) {
+    const std::vector<double> gas{0.3, 0.3, 0.0, 0.3, 0.1};
+    auto s = make("StreamVapor");
+    feed(*s, 100, gas, 3e5, 410);
+    s->calculate(0);
+    const Value rho = total(*s).rho, H = total(*s).H;
+    for (const char* mode : {"RT", "RH"}) {
+        auto r = make("StreamVapor");
+        feed(*r, 100, gas, 1e5, mode == std::string("RT") ? 410 : 350, mode);
+        total(*r).rho = rho;
+        total(*r).H = H;
+        r->calculate(0);
+        EXPECT_TRUE(r->errorList().empty()) << mode;
+        EXPECT_NEAR(r->P.toDouble(), 3e5, 1e-5 * 3e5) << mode;
+        EXPECT_NEAR(r->T.toDouble(), 410, 1e-5 * 410) << mode;
+    }
+
+}

@@ -1,0 +1,73 @@
+// A stream's flash as a flowsheet pass asks for it: the ideal vapor-liquid stream of the kernel's five
+// components, recalculated from its estimate, at a two-phase state, a superheated one, and from its enthalpy.
+#include <tarvo/components/ListComponents.h>
+#include <tarvo/core/KernelStart.h>
+#include <tarvo/persistency/NodeFactory.h>
+#include <tarvo/phases/PhaseMassMolarProperties.h>
+#include <tarvo/phases/RegisterPhases.h>
+#include <tarvo/streams/RegisterStreams.h>
+#include <tarvo/streams/Stream.h>
+
+#include <benchmark/benchmark.h>
+
+#include <memory>
+#include <string>
+
+namespace {
+
+std::unique_ptr<Stream> makeStream(double T, const std::string& flash) {
+    Tarvo::Core::startKernel();
+    registerPhases();
+    registerStreams();
+    std::unique_ptr<Stream> s(dynamic_cast<Stream*>(NodeFactory::create(
+        "StreamIdealLiquidVapor", Tarvo::Persistency::Defaults("S", "stream"), 0, nullptr, nullptr, nullptr)));
+    s->initializeNonPersistents();
+    auto& total = dynamic_cast<Phase::MassMolar&>(*s->Tphase);
+    const double x[] = {0.1, 0.05, 0.75, 0.08, 0.02};
+    for (int i = 0; i < NCOMPONENTS; ++i) total.x[i] = x[i];
+    total.ndot = Value(100.0, "kmol/h");
+    s->P = Value(1.0, "atm");
+    s->T = Value(T, "K");
+    s->flowoption.value() = "Nx";
+    s->flashoption.value() = flash;
+    return s;
+}
+
+void flash(benchmark::State& state, double T) {
+    auto s = makeStream(T, "PT");
+    for (auto _ : state) {
+        s->calculate(0);
+        benchmark::DoNotOptimize(s->Tphase->totalFlow().toDouble());
+    }
+    state.counters["iterations"] = s->NITER_NLEFlash.value();
+    s.reset();
+    Tarvo::Core::stopKernel();
+}
+
+void BM_FlashPtTwoPhase(benchmark::State& state) { flash(state, 350.0); }
+BENCHMARK(BM_FlashPtTwoPhase)->Unit(benchmark::kMicrosecond);
+
+void BM_FlashPtSuperheated(benchmark::State& state) { flash(state, 420.0); }
+BENCHMARK(BM_FlashPtSuperheated)->Unit(benchmark::kMicrosecond);
+
+void BM_FlashPhTwoPhase(benchmark::State& state) {
+    auto reference = makeStream(350.0, "PT");
+    reference->calculate(0);
+    const Value H = dynamic_cast<Phase::MassMolarProperties&>(*reference->Tphase).H;
+    auto s = makeStream(330.0, "PH");
+    auto& total = dynamic_cast<Phase::MassMolarProperties&>(*s->Tphase);
+    for (auto _ : state) {
+        s->T = Value(330.0, "K"); // the same start every time
+        total.H = H;
+        s->calculate(0);
+        benchmark::DoNotOptimize(s->T.toDouble());
+    }
+    state.counters["iterations"] = s->NITER_NLEFlash.value();
+    s.reset();
+    reference.reset();
+    Tarvo::Core::stopKernel();
+    Tarvo::Core::stopKernel();
+}
+BENCHMARK(BM_FlashPhTwoPhase)->Unit(benchmark::kMicrosecond);
+
+} // namespace
