@@ -132,3 +132,27 @@ TEST_F(StreamTest, ZeroFlowIsAWarningNotAFailure) {
     EXPECT_NEAR(total(*s).x[1].toDouble(), 0.3, 1e-15);
     EXPECT_EQ(total(*s).ndot.toDouble(), 0.0);
 }
+
+// Degenerate inputs end either in a finite state or in an error on the stream, never in an exception: the
+// temperature bounds of the flash, and a pure component asked for an enthalpy between its saturated states,
+// which the flash, whose split equation has no slope there, reports as not converged.
+TEST_F(StreamTest, DegenerateInputsEndInAFiniteStateOrAnError) {
+    for (double T : {50.0, 1500.0}) {
+        auto s = make("StreamIdealLiquidVapor");
+        feed(*s, 10, {0.2, 0.3, 0.1, 0.25, 0.15}, 101325, T);
+        EXPECT_NO_THROW(s->calculate(0)) << T;
+        EXPECT_TRUE(s->errorList().empty()) << T;
+        EXPECT_TRUE(std::isfinite(total(*s).H.toDouble())) << T;
+    }
+    auto liquid = make("StreamIdealLiquidVapor");
+    feed(*liquid, 10, pureWater, 101325, 373.0);
+    liquid->calculate(0);
+    auto h = make("StreamIdealLiquidVapor");
+    feed(*h, 10, pureWater, 101325, 350, "PH");
+    total(*h).H = total(*liquid).H + Value(1e7, "J/kmol"); // a quarter of the way to the vapor
+    EXPECT_NO_THROW(h->calculate(0));
+    EXPECT_TRUE(std::isfinite(h->T.toDouble()));
+    if (h->errorList().empty()) {
+        EXPECT_NEAR(h->T.toDouble(), raoultTemperature(pureWater, 101325, true), 1e-3);
+    }
+}
