@@ -198,6 +198,10 @@ int Case::exportJson(const std::string& file) const {
     return exportFile(__PRETTY_FUNCTION__, file, [](const Model& model, std::ostream& out) { model.printJson(out, 0); });
 }
 
+int Case::exportOds(const std::string& file) const {
+    return exportFile(__PRETTY_FUNCTION__, file, [](const Model& model, std::ofstream& out) { model.printOds(out); });
+}
+
 int Case::exportXml(const std::string& dir) {
     const std::string function = TARVO_FUNCTION;
     return guarded(function.c_str(), [&](Model& model) {

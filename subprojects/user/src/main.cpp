@@ -89,6 +89,9 @@ int idOf(const Words& w) { return w.n >= 2 ? static_cast<int>(std::strtol(w.word
     if (std::strncmp(w.word(1), "calculatetest", 13) == 0) c.setTest();
     if (std::strncmp(w.word(1), "calculatecheck", 14) == 0) c.setCheck();
     const int result = c.calculateSync();
+    // The spreadsheet report follows every calculation, failed ones included; its own failure leaves the
+    // result alone.
+    c.exportOds("content.xml");
     quit(result >= 0 ? id : result);
 }
 

@@ -139,3 +139,32 @@ TEST_F(CaseCommands, TextReportsAndCheck) {
     EXPECT_NE(checked.out.find(std::string(80, '=') + "\n****** type = Tank"), std::string::npos) << checked.out;
     EXPECT_NE(checked.out.find(std::string(80, '-')), std::string::npos);
 }
+
+// The spreadsheet report follows every calculation of the command line, one that ends with errors in the model
+// too. A report that cannot be written leaves the result alone; a case that cannot be found leaves no report.
+TEST_F(CaseCommands, CalculateAlwaysLeavesTheSpreadsheetReport) {
+    const std::string report = folder_.path() + "/content.xml";
+    EXPECT_EQ(run({"calculate", "0"}).idTxt, "-81\n");
+    EXPECT_FALSE(std::filesystem::exists(report));
+
+    run({"new", "Tank", "T1", "", R"({"quantities":{"V":20}})"});
+    const TarvoRun overfull = run({"calculate", "0"});
+    EXPECT_NE(overfull.out.find("Computation complete with 1 errors and 0 warnings"), std::string::npos);
+    EXPECT_EQ(overfull.idTxt, "0\n");
+    std::ifstream in(report);
+    std::stringstream text;
+    text << in.rdbuf();
+    EXPECT_EQ(text.str().rfind("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<office:document-content \n", 0), 0u)
+        << text.str();
+
+    const TarvoRun again = run({"calculate", "0"});
+    EXPECT_NE(again.out.find("Tarvo::User::Case::exportOds * The content.xml file exists and will be overwritten\n"),
+              std::string::npos)
+        << again.out;
+
+    std::filesystem::remove(report);
+    std::filesystem::create_directory(report); // nothing can be written where the report goes
+    const TarvoRun blocked = run({"calculate", "0"});
+    EXPECT_EQ(blocked.idTxt, "0\n");
+    EXPECT_EQ(blocked.exitCode, 0);
+}

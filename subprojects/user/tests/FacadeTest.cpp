@@ -104,6 +104,7 @@ TEST_F(Facade, ARemovedCaseIsAnUnknownOne) {
     EXPECT_EQ(gone.exportTxt("x.txt"), caseInvalid);
     EXPECT_EQ(gone.exportJson("x.json"), caseInvalid);
     EXPECT_EQ(gone.exportXml("."), caseInvalid);
+    EXPECT_EQ(gone.exportOds("content.xml"), caseInvalid);
     int error = 0;
     EXPECT_EQ(gone.get("m", error), 0.0);
     EXPECT_EQ(error, caseInvalid);

@@ -1,7 +1,8 @@
-// The reports of a stored case as their readers get them: the text and XML files of the command line
-// against golden files, the XML files through the schema checker, the style sheets and the HTML pages in a
-// browser, The clients are programs of the machine (xmllint,
-// chromium); a machine without them fails these tests with a note on what to install.
+// The reports of a stored case as their readers get them: the text, XML and spreadsheet files of the command
+// line against golden files, the XML files through the schema checker, the style sheets and the HTML pages in a
+// browser, the packed spreadsheet as a zip and in an office program. The clients are programs of the machine
+// (xmllint, chromium); a machine without them fails these tests with a note on what to install. Only the office
+// program, a large install, is optional: without it its test is skipped with a note.
 #include "Farm.h"
 #include "RunTarvo.h"
 #include "TemporaryDatabase.h"
@@ -40,6 +41,11 @@ std::string program(const std::string& name) {
         if (!directory.empty() && access(candidate.c_str(), X_OK) == 0) return candidate;
     }
     return "";
+}
+
+// The script of the repository that packs a spreadsheet report into a spreadsheet file.
+std::string packScript() {
+    return (fs::path(TARVO_REPORTS_DIR) / "../../../scripts/pack_ods.py").lexically_normal();
 }
 
 const char* const missingClient =
@@ -116,6 +122,14 @@ protected:
         words.push_back("--dump-dom");
         words.push_back(url);
         return runProgram(chromium, words, folder_.path());
+    }
+    // The still of the test collection after the farm, calculated, so that its spreadsheet report is the last
+    // one that calculate left.
+    void calculateStill() {
+        const TarvoRun created = run({"new", "Still", "D1", "A still", R"({"quantities":{"split":0.4}})"});
+        ASSERT_EQ(created.idTxt, "5\n") << created.err;
+        const TarvoRun calculated = run({"calculate", "5"});
+        ASSERT_EQ(calculated.idTxt, "5\n") << calculated.err;
     }
     static void expectNoScriptErrors(const TarvoRun& page) {
         EXPECT_EQ(page.err.find("Uncaught"), std::string::npos) << page.err;
@@ -250,4 +264,100 @@ TEST_F(Reports, HtmlPagesOpenOnTheirMessagesInABrowser) {
     EXPECT_NE(reals.out.find("<div id=\"pane4\" style=\"display: block;\">"), std::string::npos);
     EXPECT_NE(reals.out.find("<div id=\"pane1\" style=\"display: none;\">"), std::string::npos);
     EXPECT_NE(reals.out.find("<td>hours</td><td>72000 s</td>"), std::string::npos);
+}
+
+// The still of the test collection, calculated from the store: its streams with the values of the calculation,
+// the total phase in the row of its stream and the other phases in rows below.
+TEST_F(Reports, SpreadsheetReportOfACalculatedCaseMatchesItsGoldenFile) {
+    ASSERT_NO_FATAL_FAILURE(calculateStill());
+    expectGolden(folder_.path() + "/content.xml", "content.xml");
+    const std::string xmllint = program("xmllint");
+    ASSERT_FALSE(xmllint.empty()) << "xmllint" << missingClient << " (package libxml2-utils)";
+    const TarvoRun wellFormed = runProgram(xmllint, {"--noout", "content.xml"}, folder_.path());
+    EXPECT_EQ(wellFormed.exitCode, 0) << wellFormed.err;
+}
+
+// The script of the repository packs the report that calculate left: the first entry of the zip is the media
+// type, stored, where readers of the format look for it; the manifest and the document follow. A document that
+// is not well-formed, or is missing, is refused and nothing is packed.
+TEST_F(Reports, PackedSpreadsheetReportIsAnOpenDocumentContainer) {
+    const std::string python = program("python3");
+    if (python.empty()) GTEST_SKIP() << "python3 is not installed; scripts/pack_ods.py needs it";
+    const std::string script = packScript();
+    const TarvoRun packed = runProgram(python, {script, "content.xml", "farm.ods"}, folder_.path());
+    ASSERT_EQ(packed.exitCode, 0) << packed.err;
+
+    // The local header of the first entry: method at offset 8, length of the extra field at 28, name at 30.
+    const std::string ods = readFile(folder_.path() + "/farm.ods");
+    ASSERT_GT(ods.size(), 84u);
+    EXPECT_EQ(ods.substr(0, 4), "PK\x03\x04");
+    EXPECT_EQ(ods.substr(8, 2), std::string(2, '\0')) << "mimetype is compressed";
+    EXPECT_EQ(ods.substr(28, 2), std::string(2, '\0')) << "mimetype has an extra field";
+    EXPECT_EQ(ods.substr(30, 54), "mimetypeapplication/vnd.oasis.opendocument.spreadsheet");
+
+    const TarvoRun unpacked = runProgram(python, {"-m", "zipfile", "-e", "farm.ods", "unpacked"}, folder_.path());
+    ASSERT_EQ(unpacked.exitCode, 0) << unpacked.err;
+    EXPECT_EQ(readFile(folder_.path() + "/unpacked/content.xml"), readFile(folder_.path() + "/content.xml"));
+    const std::string manifest = readFile(folder_.path() + "/unpacked/META-INF/manifest.xml");
+    EXPECT_NE(manifest.find("manifest:media-type=\"application/vnd.oasis.opendocument.spreadsheet\" "
+                            "manifest:full-path=\"/\""),
+              std::string::npos)
+        << manifest;
+    EXPECT_NE(manifest.find("manifest:full-path=\"content.xml\""), std::string::npos);
+    const std::string xmllint = program("xmllint");
+    ASSERT_FALSE(xmllint.empty()) << "xmllint" << missingClient << " (package libxml2-utils)";
+    const TarvoRun wellFormed = runProgram(xmllint, {"--noout", "unpacked/META-INF/manifest.xml"}, folder_.path());
+    EXPECT_EQ(wellFormed.exitCode, 0) << wellFormed.err;
+
+    std::ofstream(folder_.path() + "/broken.xml") << "<office:document-content>\n";
+    const TarvoRun refused = runProgram(python, {script, "broken.xml", "broken.ods"}, folder_.path());
+    EXPECT_NE(refused.exitCode, 0);
+    EXPECT_NE(refused.err.find("broken.xml is not well-formed XML"), std::string::npos) << refused.err;
+    EXPECT_FALSE(fs::exists(folder_.path() + "/broken.ods"));
+    const TarvoRun missing = runProgram(python, {script, "missing.xml", "missing.ods"}, folder_.path());
+    EXPECT_NE(missing.exitCode, 0);
+    EXPECT_NE(missing.err.find("cannot read missing.xml: No such file or directory"), std::string::npos)
+        << missing.err;
+}
+
+// The packed report of the still as an office program reads it: converted to CSV with text cells quoted and
+// numbers as stored, it has the rows of the document in their order, its texts as texts and its numbers as
+// numbers with all their digits.
+TEST_F(Reports, PackedSpreadsheetReportOpensInAnOfficeProgramWithItsRowsAndNumbers) {
+    const std::string python = program("python3"), soffice = program("soffice");
+    if (python.empty()) GTEST_SKIP() << "python3 is not installed; scripts/pack_ods.py needs it";
+    if (soffice.empty())
+        GTEST_SKIP() << "soffice is not installed, so the packed report is not opened; the Debian package "
+                        "libreoffice-calc has it";
+    ASSERT_NO_FATAL_FAILURE(calculateStill());
+    const std::string script = packScript();
+    const TarvoRun packed = runProgram(python, {script, "content.xml", "still.ods"}, folder_.path());
+    ASSERT_EQ(packed.exitCode, 0) << packed.err;
+    // A profile of its own keeps the conversion away from the user's settings and from other running instances.
+    // The filter options: comma, double quote, UTF-8, from line 1, text cells quoted, numbers as stored rather
+    // than as shown.
+    const TarvoRun converted =
+        runProgram(soffice,
+                   {"-env:UserInstallation=file://" + folder_.path() + "/office", "--headless", "--convert-to",
+                    "csv:Text - txt - csv (StarCalc):44,34,76,1,,0,true,true,false", "--outdir", "csv", "still.ods"},
+                   folder_.path());
+    ASSERT_EQ(converted.exitCode, 0) << converted.err;
+
+    // The CSV that the document stands for: a text cell quoted, a number as written, an empty cell empty.
+    static const std::regex cell(R"re(      <table:table-cell(?:><text:p>(.*)</text:p></table:table-cell>|)re"
+                                 R"re( office:value-type="float" office:value="(.*)"/>|/>))re");
+    std::istringstream document(readFile(folder_.path() + "/content.xml"));
+    std::string expected, separator;
+    std::smatch match;
+    for (std::string line; std::getline(document, line);) {
+        if (line == "    </table:table-row>") {
+            expected += '\n';
+            separator.clear();
+        } else if (std::regex_match(line, match, cell)) {
+            expected += separator + (match[1].matched ? '"' + match[1].str() + '"' : match[2].str());
+            separator = ",";
+        }
+    }
+    ASSERT_EQ(std::count(expected.begin(), expected.end(), '\n'), 8) << expected;
+    EXPECT_EQ(readFile(folder_.path() + "/csv/still.csv"), expected);
 }

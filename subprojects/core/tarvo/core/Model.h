@@ -7,6 +7,7 @@
 #include <tarvo/utility/SmartEnumerator.h>
 
 #include <cassert>
+#include <iosfwd>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -66,6 +67,9 @@ public:
     void printXmlToc(std::ostream& out, int level) const;
     // The HTML pages "<dir>/<id>.html" of the subtree, those below first, so that links find their targets.
     void printHtml(const char* dir) const;
+    // The spreadsheet report: the "content.xml" part of an OpenDocument spreadsheet, with one table of the
+    // streams of the subtree, those of a flowsheet ahead of those of its sub-flowsheets, a row for each phase.
+    void printOds(std::ofstream& out) const;
 
     // The children that are models, in the order of the children's map.
     std::vector<Model*> subModels() const;
@@ -93,6 +97,13 @@ protected:
     StringVector warnings{"warnings", "Warnings from the last computation", 0, "", this};
 
 private:
+    // The rows of the spreadsheet report: of the streams of `model` and of all models below it, of the
+    // streams among the children of `model`, of one stream. `row` is the number of the next row; at 1 the
+    // header goes first.
+    void printRecursiveStreamsToOds_(std::ofstream& out, const Model& model, int& row) const;
+    void printStreamsToOds_(std::ofstream& out, const Model& model, int& row) const;
+    void printStreamToOds_(std::ofstream& out, const Model& stream, int& row) const;
+
     void addSubObject(int verbosity, const Tarvo::Persistency::Defaults& defaults, int index, const std::string& tag,
                       const std::string& description, const std::string& typeOption, const std::string& kind);
     std::vector<Node*> storedSubObjects(const std::string& tag) const;

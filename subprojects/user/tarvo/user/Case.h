@@ -49,6 +49,9 @@ public:
     // The XML report into the folder `dir`, which must exist: a file for each model, "<id>.xml", and the
     // table of contents "toc.xml". The style sheets and schemas that the files name are not written.
     int exportXml(const std::string& dir);
+    // The spreadsheet report into `file`: the "content.xml" part of an OpenDocument spreadsheet, a table of
+    // the streams of the tree with a row for each phase.
+    int exportOds(const std::string& file) const;
     // The whole tree into `file`, which must exist and be empty, as a store of its own.
     int exportDataBase(const std::string& file) const;
 
