@@ -1,6 +1,8 @@
 #include <tarvo/core/KernelStart.h>
+#include <tarvo/flowsheet/RegisterFlowsheet.h>
 #include <tarvo/phases/RegisterPhases.h>
 #include <tarvo/streams/RegisterStreams.h>
+#include <tarvo/units/RegisterUnits.h>
 #include <tarvo/user/Kernel.h>
 #include <tarvo/utility/Banner.h>
 #include <tarvo/utility/Diagnostic.h>
@@ -46,6 +48,8 @@ void registerKernelTypes() {
     // The kernel's own types first, in the order of the catalogue, then those of this build.
     registerPhases();
     registerStreams();
+    registerUnits();
+    registerFlowsheet();
     if (modelCollection) modelCollection();
 }
 
