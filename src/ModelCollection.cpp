@@ -1,9 +1,79 @@
+#include <tarvo/models/Membrane12.h>
+#include <tarvo/models/MembraneMulti12.h>
 #include <tarvo/models/ModelCollection.h>
+#include <tarvo/models/Test.h>
+#include <tarvo/persistency/NodeFactory.h>
+#include <tarvo/utility/Enumerator.h>
+
+#include <climits>
+#include <string>
+#include <vector>
+
+using Tarvo::Persistency::Defaults;
 
 namespace Tarvo::Models {
 
+namespace {
+
+const std::string oneFeed = "One-inlet, two-outlets membrane module";
+
+void registerMembranes() {
+    NodeFactory::registerType<Membrane12Rtsc>(
+        "Membrane12Rtsc", oneFeed + ", concentrated parameters, retentate-side composition of the feed (RTSC)", "unit",
+        false, {}, {}, {}, "", 40, 40);
+    NodeFactory::registerType<Membrane12Cstr>(
+        "Membrane12Cstr", oneFeed + ", concentrated parameters, both compartments perfectly mixed (CSTR)", "unit",
+        false, {}, {}, {}, "", 40, 40);
+    NodeFactory::registerType<MembraneMulti12>(
+        "MembraneMulti12", oneFeed + ", free flow, multi-stage", "flowsheet", false,
+        {{"stages", "total number of stages", 10, 1, INT_MAX}},
+        {{"typeV", "the type of the membrane model", "Membrane12Rtsc", ""}}, {}, "", 100, 40);
+    for (const char* stage : {"Membrane12Rtsc", "Membrane12Cstr"})
+        NodeFactory::registerAlias("MembraneMulti12", std::string("MembraneMulti12<") + stage + ">",
+                                   oneFeed + ", free flow, multi-stage, stages of type " + stage,
+                                   Defaults().setString("typeV", stage), "", 100, 40);
+}
+
+void registerTestBeds() {
+    NodeFactory::registerType<Test>("Test", "Testing flowsheet for membrane models with one inlet and two outlets",
+                                    "flowsheet", true, {},
+                                    {{"typeT", "the type of the model to test", "Membrane12Rtsc", "MembraneType1"}}, {},
+                                    "", 100, 100);
+    const std::pair<const char*, const char*> aliases[] = {
+        {"Membrane12Rtsc", "Testbed for one inlet and two outlets, free flow, concentrated parameters RTSC membrane model"},
+        {"Membrane12Cstr", "Testbed for one inlet and two outlets, free flow, concentrated parameters CSTR membrane model"},
+        {"MembraneMulti12<Membrane12Rtsc>",
+         "Testbed for one inlet and two outlets, free flow, multi-stage RTSC membrane model"},
+        {"MembraneMulti12<Membrane12Cstr>",
+         "Testbed for one inlet and two outlets, free flow, multi-stage CSTR membrane model"}};
+    for (const auto& [type, description] : aliases)
+        NodeFactory::registerAlias("Test", std::string("Test<") + type + ">", description,
+                                   Defaults().setString("typeT", type), "", 100, 100);
+}
+
+// An enumerator of types: each item described as the catalogue describes its type, empty for a type that
+// this build does not have yet.
+void addTypeEnumerator(const std::string& name, const std::string& description, const std::vector<std::string>& types) {
+    Core::Enumerator e(name, description);
+    for (const std::string& type : types)
+        e.addItem({type, NodeFactory::registered(type) ? NodeFactory::typeDescriptor(type).description : ""});
+    Core::addEnumerator(e);
+}
+
+} // namespace
+
 void registerModelCollection() {
-    // The membrane modules and reference flowsheets register here as they are built.
+    registerMembranes();
+    registerTestBeds();
+    Core::clearEnumerators();
+    addTypeEnumerator("MembraneType1", oneFeed,
+                      {"Membrane12Rtsc", "Membrane12Cstr", "MembraneMulti12<Membrane12Rtsc>",
+                       "MembraneMulti12<Membrane12Cstr>"});
+    addTypeEnumerator("MembraneType2", "Two-inlets, two-outlets membrane module",
+                      {"Membrane22Rtsc", "Membrane22Linear", "MembraneMulti22RtscCoflow", "MembraneMulti22RtscCounterflow",
+                       "MembraneMulti22LinearCoflow", "MembraneMulti22LinearCounterflow"});
+    addTypeEnumerator("MembraneTypeCounterFlow", "Counter-flow membrane module",
+                      {"MembraneMulti22RtscCounterflow", "MembraneMulti22LinearCounterflow"});
 }
 
 } // namespace Tarvo::Models
