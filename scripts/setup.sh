@@ -77,8 +77,19 @@ main_job() {
     mkdir -p "$run"
     cd "$run"
     say "main job in $run"
-    "$build/src/tarvo" types
-    "$build/src/tarvo" enumerators
+    "$build/src/tarvo" new 'Test<Membrane12Rtsc>'
+    local id
+    id=$(cat id.txt)
+    [ "$id" -ge 0 ] || { echo "new failed with $id" >&2; exit 1; }
+    "$build/src/tarvo" calculate "$id"
+    [ "$(cat id.txt)" = "$id" ] || { echo "calculate failed with $(cat id.txt)" >&2; exit 1; }
+    # The reports read the case back from the store.
+    "$build/src/tarvo" txt "$id" report
+    mkdir -p xml
+    "$build/src/tarvo" xml "$id" xml
+    say "case $id of Test<Membrane12Rtsc> calculated; read back from the store:"
+    grep -E '^(stageCut|recovery|purity)' report.txt
+    say "reports in $run: report.txt, content.xml (pack with scripts/pack_ods.py), xml/"
 }
 
 test_all() {
