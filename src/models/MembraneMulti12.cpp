@@ -21,7 +21,8 @@ MembraneMulti12::MembraneMulti12(const Defaults& defaults, uint32_t id, Persiste
     for (Quantity* q : {&A, &deltaPretentate, &Ppermeate, &stageCut}) addVariable(*q);
     for (Quantity* q : {&A, &deltaPretentate, &Ppermeate}) q->setInput();
     stageCut.setOutput();
-    stages = retrieveInteger(defaults, id, persistency, "stages", 1, INT_MAX, 10);
+    // At least one stage: the bounds exclude.
+    stages = retrieveInteger(defaults, id, persistency, "stages", 0, INT_MAX, 10);
     addVariable(stages);
     addComponentVariables(outSplit, "outSplit", "component split fraction to permeate", "", 1.0);
     addComponentVariables(permeance, "permeance", "Permeance for each component", "GPU", 1.0);

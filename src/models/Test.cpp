@@ -24,7 +24,8 @@ Test::Test(const Defaults& defaults, uint32_t id, Persistency* persistency, Pers
     addComponentVariables(purity, "purity", "purity", "", 0.0);
     if (persistency) return; // the units and streams come from the store
     TARVO_LOG(3) << "Define unit operations";
-    addUnit(type.value(), Defaults("GM", "Gas membrane unit"));
+    // The options of the test bed reach its module: "stages" sets those of a multi-stage one.
+    addUnit(type.value(), Defaults(defaults, "GM", "Gas membrane unit"));
     TARVO_LOG(3) << "Define stream objects and connect";
     addStream("StreamVapor", Defaults("FEED", "Membrane feed"), "source", "out", "GM", "feed");
     addStream("StreamVapor", Defaults("PERMEATE", "Permeate from membrane"), "GM", "permeate", "sink", "in");

@@ -92,11 +92,11 @@ protected:
     }
 
     // A test bed as `new` makes it and `calculate` calculates it, without the store.
-    static std::unique_ptr<Model> calculated(const std::string& type) {
+    static std::unique_ptr<Model> calculated(const std::string& type,
+                                             const Tarvo::Persistency::Defaults& defaults = {"T1", "test bed"}) {
         std::unique_ptr<Model> model;
         try {
-            model.reset(dynamic_cast<Model*>(NodeFactory::create(type, Tarvo::Persistency::Defaults("T1", "test bed"),
-                                                                 0, nullptr, nullptr, nullptr)));
+            model.reset(dynamic_cast<Model*>(NodeFactory::create(type, defaults, 0, nullptr, nullptr, nullptr)));
             model->setup();
             model->initializeNonPersistents();
             model->calculate(0);
@@ -153,5 +153,23 @@ TEST_F(MembraneTest, MultiStageModulesMatchAChainOfModules) {
         auto m = calculated(type);
         ASSERT_TRUE(m);
         expectSplits(*m, theta, split, 2e-5);
+    }
+}
+
+// One stage of a multi-stage module is the single module: same stage cut and splits to rounding.
+TEST_F(MembraneTest, OneStageOfAMultiStageModuleIsTheSingleModule) {
+    const std::pair<const char*, const char*> pairs[] = {
+        {"Test<Membrane12Rtsc>", "Test<MembraneMulti12<Membrane12Rtsc>>"},
+        {"Test<Membrane12Cstr>", "Test<MembraneMulti12<Membrane12Cstr>>"}};
+    for (const auto& [single, multi] : pairs) {
+        SCOPED_TRACE(multi);
+        auto one = calculated(single);
+        auto staged = calculated(multi, Tarvo::Persistency::Defaults("T1", "test bed").setInteger("stages", 1));
+        ASSERT_TRUE(one && staged);
+        EXPECT_FALSE(staged->child("GM").hasChild("GM2"));
+        const double theta = one->Q("GM.stageCut").toDouble();
+        EXPECT_NEAR(staged->Q("GM.stageCut").toDouble(), theta, 1e-9 * theta);
+        for (int i = 0; i < NCOMPONENTS; ++i)
+            EXPECT_NEAR(staged->Q("recovery", i).toDouble(), one->Q("recovery", i).toDouble(), 1e-9);
     }
 }
