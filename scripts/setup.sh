@@ -34,6 +34,9 @@ install_packages() {
 
 build_kernel() {
     say "building in $build"
+    # Objects compiled in another clone or build folder are reused: paths inside the tree are hashed
+    # relative to it, and the working directory (named in the debug information) is not hashed.
+    export CCACHE_BASEDIR="$root" CCACHE_NOHASHDIR=1
     cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
           -DCMAKE_CXX_COMPILER_LAUNCHER=ccache >/dev/null
     cmake --build "$build" -j2
