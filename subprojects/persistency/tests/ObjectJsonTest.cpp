@@ -10,9 +10,10 @@
 
 namespace {
 
-// The golden file beside this source; with TARVO_UPDATE_GOLDEN set, `text` replaces it.
+// The golden file in the tests' folder; with TARVO_UPDATE_GOLDEN set, `text` replaces it. The folder comes from
+// the build: a compiler cache may hand the compiler relative paths, and then __FILE__ is relative too.
 std::string golden(const std::string& name, const std::string& text) {
-    const auto path = std::filesystem::path(__FILE__).parent_path() / "golden" / name;
+    const auto path = std::filesystem::path(TARVO_PERSISTENCY_GOLDEN_DIR) / name;
     if (std::getenv("TARVO_UPDATE_GOLDEN")) std::ofstream(path) << text;
     std::ifstream in(path);
     std::stringstream expected;
