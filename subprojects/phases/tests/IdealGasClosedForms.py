@@ -11,7 +11,7 @@ with the kernel and uses other forms of the integrals than the kernel's routes:
     integral of cp/T dT = 1000 sum a_k u^(k+1)/(k+1)
 
 Reference state: the ideal gas at 298.15 K and 101325 Pa, with enthalpy dh0 and entropy
-(dh0 - dg0)/298.15 per species; the ideal entropy of mixing -R sum x ln x; R = 8314.4 J/(kmol*K).
+(dh0 - dg0)/298.15 for each species; the ideal entropy of mixing -R sum x ln x; R = 8314.4 J/(kmol*K).
 Molecular weights from the atomic weights H 1.007947, C 12.01078, N 14.00672, O 15.99943."""
 import math
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 // The species of the process, in the order that gives each its index. Every composition vector of the
-// kernel has one entry per species of this list. The list owns its components.
+// kernel has one entry for each species of this list. The list owns its components.
 class ListComponents {
 public:
     ListComponents() = default;

@@ -9,7 +9,7 @@
 
 #include <string>
 
-// The catalogue of pure species: one class per species, whose constructor hands the species' data to
+// The catalogue of pure species: one class for each species, whose constructor hands the species' data to
 // one of the component classes. The name given to the constructor is the name under which the
 // component list finds it. For O2, N2, CO, CO2 and H2 the second argument says whether the gas
 // dissolves in water by Henry's law.
