@@ -255,6 +255,13 @@ void Connectivity::calculateBalance() {
     cmdot = mdotin - mdotout;
 }
 
+bool Connectivity::firstInletConnected_() {
+    collectStreams_();
+    if (!inletstreams_.empty() && inletstreams_[0]) return true;
+    reportError("no inlet connected, nothing to do");
+    return false;
+}
+
 bool Connectivity::collectStreams_() {
     if (streamsCollected_) return false;
     streamsCollected_ = true;

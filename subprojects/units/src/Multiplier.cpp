@@ -23,11 +23,7 @@ void Multiplier::go(SolutionMode mode, int level) {
     requireKnownMode_(mode);
     TARVO_LOG(3) << "Entered for " << fullTag();
     resetErrors();
-    collectStreams_();
-    if (inletstreams_.empty() || !inletstreams_[0]) {
-        reportError("no inlet connected, nothing to do");
-        return;
-    }
+    if (!firstInletConnected_()) return;
     if (nOut.value() == 0) {
         reportError("no outlet connected, nothing to do");
         return;

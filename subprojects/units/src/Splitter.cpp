@@ -33,11 +33,7 @@ void Splitter::go(SolutionMode mode, int level) {
     requireKnownMode_(mode);
     TARVO_LOG(3) << "Entered for " << fullTag();
     resetErrors();
-    collectStreams_();
-    if (inletstreams_.empty() || !inletstreams_[0]) {
-        reportError("no inlet connected, nothing to do");
-        return;
-    }
+    if (!firstInletConnected_()) return;
     const Stream& in = *inletstreams_[0];
     if (in.nphases() != nOut.value())
         throw ErrorConnectivity(TARVO_FUNCTION, fullTag(), "instream_->nphases() == nOut.value()");

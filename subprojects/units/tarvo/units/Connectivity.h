@@ -60,6 +60,9 @@ protected:
     // The connected edges as streams, slot by slot (null for a free port), made once before the first
     // calculation; false when they have been made before.
     bool collectStreams_();
+    // Collects the streams; false, with the error "no inlet connected, nothing to do", when the first inlet
+    // is free.
+    bool firstInletConnected_();
     // Raises the error of a solution mode outside 0 to 3.
     void requireKnownMode_(SolutionMode mode) const;
 
