@@ -45,6 +45,16 @@ void Mass::normalize(QuantityVector& fractions) {
     for (Value& f : fractions.value()) f /= sum;
 }
 
+void Mass::fractionsOf(const QuantityVector& flows, const Value& total, QuantityVector& fractions) {
+    const bool none = total.toDouble() == 0.0;
+    for (int i = 0; i < NCOMPONENTS; ++i) {
+        if (none)
+            fractions[i] = 0.0;
+        else
+            fractions[i] = flows[i] / total;
+    }
+}
+
 void Mass::calculateMw_() {
     requireComponents(__PRETTY_FUNCTION__);
     normalize(w);
@@ -55,13 +65,7 @@ void Mass::calculateM_() {
     requireComponents(__PRETTY_FUNCTION__);
     mdot.clear();
     for (int i = 0; i < NCOMPONENTS; ++i) mdot += mdotcomps[i];
-    const bool none = mdot.toDouble() == 0.0;
-    for (int i = 0; i < NCOMPONENTS; ++i) {
-        if (none)
-            w[i] = 0.0;
-        else
-            w[i] = mdotcomps[i] / mdot;
-    }
+    fractionsOf(mdotcomps, mdot, w);
 }
 
 void Mass::calculateX(const Mode& mode) {

@@ -42,13 +42,7 @@ const Value& MassMolar::mww() const {
 
 void MassMolar::massFromMolarFlows_() {
     for (int i = 0; i < NCOMPONENTS; ++i) mdotcomps[i] = ndotcomps[i] * componentMw(i);
-    const bool none = mdot.toDouble() == 0.0;
-    for (int i = 0; i < NCOMPONENTS; ++i) {
-        if (none)
-            w[i] = 0.0;
-        else
-            w[i] = mdotcomps[i] / mdot;
-    }
+    fractionsOf(mdotcomps, mdot, w);
 }
 
 void MassMolar::flowsFromMassFractions_() {
@@ -56,13 +50,7 @@ void MassMolar::flowsFromMassFractions_() {
         mdotcomps[i] = mdot * w[i];
         ndotcomps[i] = mdotcomps[i] / componentMw(i);
     }
-    const bool none = ndot.toDouble() == 0.0;
-    for (int i = 0; i < NCOMPONENTS; ++i) {
-        if (none)
-            x[i] = 0.0;
-        else
-            x[i] = ndotcomps[i] / ndot;
-    }
+    fractionsOf(ndotcomps, ndot, x);
 }
 
 void MassMolar::calculateNx_() {
@@ -142,13 +130,7 @@ void MassMolar::calculateM_() {
         ndot.clear();
     else
         ndot = mdot / mw;
-    const bool none = ndot.toDouble() == 0.0;
-    for (int i = 0; i < NCOMPONENTS; ++i) {
-        if (none)
-            x[i] = 0.0;
-        else
-            x[i] = ndotcomps[i] / ndot;
-    }
+    fractionsOf(ndotcomps, ndot, x);
 }
 
 void MassMolar::calculateX(const Mode& mode) {

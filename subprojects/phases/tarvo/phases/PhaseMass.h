@@ -94,6 +94,8 @@ protected:
     static void requireComponents(const char* signature);
     // Divides the entries by their sum, unless the sum is 0.
     static void normalize(QuantityVector& fractions);
+    // fractions[i] = flows[i] / total, all 0 when the total is 0.
+    static void fractionsOf(const QuantityVector& flows, const Value& total, QuantityVector& fractions);
 
 private:
     int type_ = 0;
