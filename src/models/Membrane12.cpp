@@ -72,9 +72,11 @@ void Membrane12::postCalculate_() {
 }
 
 void Membrane12::go(SolutionMode mode, int level) {
-    preCalculate_();
+    // A simultaneous step reaches calculateResidualsLocal, which works out the split and the stage cut.
+    const bool sequentialStep = mode < simultaneous;
+    if (sequentialStep) preCalculate_();
     Separator::go(mode, level);
-    postCalculate_();
+    if (sequentialStep) postCalculate_();
     countCalculation();
 }
 
