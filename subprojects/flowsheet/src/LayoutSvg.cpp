@@ -1,3 +1,4 @@
+#include <tarvo/core/SvgDocument.h>
 #include <tarvo/flowsheet/Layout.h>
 #include <tarvo/flowsheet/LayoutVertex.h>
 #include <tarvo/flowsheet/VisualRepresentation.h>
@@ -6,7 +7,6 @@
 #include <cassert>
 #include <cmath>
 #include <ostream>
-#include <sstream>
 
 namespace {
 
@@ -16,26 +16,8 @@ constexpr int debugLevel = 4;
 constexpr double degreesPerRadian = 180.0 / 3.14159265358979323846;
 
 using Point = VisualRepresentation::Point;
-
-// A coordinate to a hundredth, so that rounding noise does not reach the file.
-std::string number(double value) {
-    std::ostringstream text;
-    text.precision(12);
-    text << std::round(value * 100.0) / 100.0 + 0.0; // + 0.0 turns -0 into 0
-    return text.str();
-}
-
-std::string escaped(const std::string& text) {
-    std::string out;
-    for (char c : text) switch (c) {
-        case '&': out += "&amp;"; break;
-        case '<': out += "&lt;"; break;
-        case '>': out += "&gt;"; break;
-        case '"': out += "&quot;"; break;
-        default: out += c;
-        }
-    return out;
-}
+using Tarvo::Core::Svg::escaped;
+using Tarvo::Core::Svg::number;
 
 std::string pathData(const std::vector<Point>& points) {
     std::string d;
@@ -44,25 +26,9 @@ std::string pathData(const std::vector<Point>& points) {
     return d;
 }
 
-// The root element: the drawing spans (0, 0) to (width, height) with the padding around it.
-void openSvg(std::ostream& out, const VisualRepresentation& vr, double padding, bool tiny) {
-    out << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
-    if (tiny)
-        out << "<!DOCTYPE svg PUBLIC \"-//W3C//DTD SVG 1.1 Tiny//EN\" "
-               "\"http://www.w3.org/Graphics/SVG/1.1/DTD/svg11-tiny.dtd\">\n";
-    else
-        out << "<!DOCTYPE svg PUBLIC \"-//W3C//DTD SVG 1.1//EN\" \"http://www.w3.org/Graphics/SVG/1.1/DTD/svg11.dtd\">\n";
-    const std::string width = number(vr.width + 2.0 * padding), height = number(vr.height + 2.0 * padding);
-    out << "<svg version=\"1.1\"" << (tiny ? " baseProfile=\"tiny\"" : "")
-        << " xmlns=\"http://www.w3.org/2000/svg\" xmlns:xlink=\"http://www.w3.org/1999/xlink\" width=\"" << width
-        << "\" height=\"" << height << "\" viewBox=\"" << number(-padding) << " " << number(-padding) << " " << width
-        << " " << height << "\">\n";
-}
-
+// An icon at its place in the drawing.
 void image(std::ostream& out, const VisualRepresentation::Vertex& v) {
-    out << "<image x=\"" << number(v.position.x) << "\" y=\"" << number(v.position.y) << "\" width=\""
-        << number(v.width) << "\" height=\"" << number(v.height) << "\" xlink:href=\"/static/" << escaped(v.picture)
-        << "\"/>\n";
+    Tarvo::Core::Svg::image(out, v.position.x, v.position.y, v.width, v.height, v.picture);
 }
 
 // A text at `label`, with the attributes given (a class, or the presentation attributes of the tiny profile).
@@ -105,7 +71,7 @@ void Layout::printSvg(std::ostream& out, bool raster) const {
     fillVisualRepresentation(vr, raster);
     const bool debug = debugDrawing_();
     const char* pad = settings_.background ? "gray" : "white";
-    openSvg(out, vr, settings_.padding, false);
+    Tarvo::Core::Svg::open(out, vr.width, vr.height, settings_.padding, false);
 
     out << "<style type=\"text/css\"><![CDATA[\n"
         << ".edge-pad { fill: none; stroke-width: 4; stroke: " << pad << "; }\n"
@@ -184,7 +150,7 @@ void Layout::printSvgTiny(std::ostream& out, bool raster) const {
     logLayers_();
     VisualRepresentation vr;
     fillVisualRepresentation(vr, raster);
-    openSvg(out, vr, settings_.padding, true);
+    Tarvo::Core::Svg::open(out, vr.width, vr.height, settings_.padding, true);
     const double h = settings_.arrowHeadHeight;
     out << "<defs>\n<path id=\"arrow\" stroke-width=\"0\" d=\"M 0 0 L 0 " << number(h) << " L "
         << number(settings_.arrowHeadLength) << " " << number(0.5 * h) << " Z\" />\n</defs>\n";
