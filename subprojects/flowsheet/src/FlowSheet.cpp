@@ -1,6 +1,7 @@
 #include <tarvo/components/ListComponents.h>
 #include <tarvo/core/SolverNleRecipesAutomatic.h>
 #include <tarvo/flowsheet/FlowSheet.h>
+#include <tarvo/flowsheet/Layout.h>
 #include <tarvo/flowsheet/TaskGraph.h>
 #include <tarvo/flowsheet/Terminator.h>
 #include <tarvo/phases/PhaseMassMolarProperties.h>
@@ -13,6 +14,7 @@
 #include <cassert>
 #include <cmath>
 #include <cstdlib>
+#include <fstream>
 #include <iostream>
 #include <iterator>
 #include <map>
@@ -347,6 +349,23 @@ void FlowSheet::restoreCuts() {
     }
     for (const auto& [tag, child] : children())
         if (auto* sheet = dynamic_cast<FlowSheet*>(child.get())) sheet->restoreCuts();
+}
+
+// ---- drawing -----------------------------------------------------------------------------------------
+
+// The picture shows each recycle closed, with the arrow head of the cut at its start: the Layout joins the
+// cut and its copy in a drawing of its own, so the flowsheet's graph is the same afterwards.
+void FlowSheet::printSvg(const char* path, bool tiny, bool raster, int) {
+    TARVO_LOG(3) << "Entered";
+    std::ofstream out(path);
+    if (!out) throw ErrorRunTime(TARVO_FUNCTION, std::string("can not write to ") + path);
+    std::vector<std::pair<std::string, std::string>> cuts;
+    for (const auto& [copy, cut] : d_->cuts) {
+        TARVO_LOG(3) << "Removing cut " << cut.out->tag();
+        cuts.emplace_back(cut.out->tag(), copy);
+    }
+    Layout::printFlowsheet(d_->graph, cuts, out, tiny, raster);
+    if (!out) throw ErrorRunTime(TARVO_FUNCTION, std::string("can not write to ") + path);
 }
 
 // ---- set-up and checks -------------------------------------------------------------------------------

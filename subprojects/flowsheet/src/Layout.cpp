@@ -70,6 +70,19 @@ bool Layout::markReversed(const std::string& tag) {
     return false;
 }
 
+bool Layout::closeCut(const std::string& cut, const std::string& copy) {
+    assert(!run_);
+    const auto tagged = [this](const std::string& tag) {
+        return std::find_if(edges_.begin(), edges_.end(), [&](const Edge& e) { return e.tag == tag; });
+    };
+    const auto into = tagged(cut);
+    const auto from = tagged(copy);
+    if (into == edges_.end() || from == edges_.end()) return false;
+    into->pieces.front().to = from->pieces.front().to;
+    edges_.erase(from);
+    return markReversed(cut);
+}
+
 void Layout::setTextHeight(double te) {
     assert(te > 0.0);
     settings_.textHeight = te;
@@ -110,11 +123,11 @@ void Layout::setPadding(double p) {
     settings_.padding = p;
 }
 
-void Layout::printFlowsheet(const Graph& graph, const std::vector<std::string>& reversed, std::ostream& out, bool tiny,
-                            bool raster) {
+void Layout::printFlowsheet(const Graph& graph, const std::vector<std::pair<std::string, std::string>>& cuts,
+                            std::ostream& out, bool tiny, bool raster) {
     TARVO_LOG_STATIC(3) << "Instantiating Layout";
     Layout layout(graph);
-    for (const std::string& tag : reversed) layout.markReversed(tag);
+    for (const auto& [cut, copy] : cuts) layout.closeCut(cut, copy);
     TARVO_LOG_STATIC(3) << "Setting options";
     // Flowsheets are drawn tighter than the defaults, with gray pads that show where lines cross, and from the
     // narrowest alignment, which keeps straight runs straight.

@@ -21,7 +21,8 @@ std::size_t count(const std::string& text, const std::string& part) {
 }
 
 // A mixer fed twice and by a recycle, a heater, a flash drum with its vapour on top and its liquid below,
-// and a splitter whose second outlet closes the loop; documents go to a folder of the test's own.
+// and a splitter whose second outlet closes the loop through a cut; documents go to a folder of the test's
+// own.
 class LayoutSvgTest : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -40,7 +41,9 @@ protected:
         plant_->stream("VAPOUR", "FLASH", "out1", "sink", "in1");
         plant_->stream("LIQUID", "FLASH", "out2", "SPLIT", "in1");
         plant_->stream("PRODUCT", "SPLIT", "out1", "sink", "in2");
-        plant_->stream("RECYCLE", "SPLIT", "out2", "MIX", "in3");
+        // The recycle is cut as a flowsheet cuts it: into the sink, and its copy from the source.
+        plant_->stream("RECYCLE", "SPLIT", "out2", "sink", "in3");
+        plant_->stream("RECYCLEbis", "source", "out3", "MIX", "in3");
     }
     void TearDown() override {
         plant_.reset();
@@ -50,13 +53,13 @@ protected:
 
     std::string flowsheet(bool tiny, bool raster) const {
         std::ostringstream out;
-        Layout::printFlowsheet(plant_->graph(), {"RECYCLE"}, out, tiny, raster);
+        Layout::printFlowsheet(plant_->graph(), {{"RECYCLE", "RECYCLEbis"}}, out, tiny, raster);
         return out.str();
     }
     // With the frames of a verbose log.
     std::string verbose(const Graph& graph, bool tiny) const {
         Layout layout(graph);
-        layout.markReversed("RECYCLE");
+        EXPECT_TRUE(layout.closeCut("RECYCLE", "RECYCLEbis"));
         layout.setVerbosityInstance(10);
         layout.calculateEdgeLines();
         std::ostringstream out;

@@ -66,9 +66,12 @@ protected:
         if (!graph_) graph_ = std::make_unique<LayoutGraph>();
         return *graph_;
     }
-    Layout& draw(const std::vector<std::string>& reversed = {}, bool balanced = true) {
+    Layout& draw(const std::vector<std::string>& reversed = {}, bool balanced = true,
+                 const std::vector<std::pair<std::string, std::string>>& cuts = {}) {
         layout_ = std::make_unique<Layout>(graph().graph());
         for (const std::string& tag : reversed) EXPECT_TRUE(layout_->markReversed(tag)) << tag;
+        for (const auto& [cut, copy] : cuts) EXPECT_TRUE(layout_->closeCut(cut, copy)) << cut;
+        vr_ = VisualRepresentation();
         layout_->setBalanced(balanced);
         layout_->calculateEdgeLines();
         layout_->fillVisualRepresentation(vr_, false);
@@ -262,6 +265,47 @@ TEST_F(LayoutTest, RecycleIsDrawnBackwardWithItsHeadAtTheStart) {
     EXPECT_DOUBLE_EQ(recycle.points.front().x, mix->portCoordinate(VertexBase::west) - 16.0);
     EXPECT_DOUBLE_EQ(recycle.points.back().x, vertex("NormalVertex[SPLIT]")->portCoordinate(VertexBase::east));
     for (const char* tag : {"FEED", "S1", "S2", "PROD"}) EXPECT_FALSE(line(tag).backward) << tag;
+}
+
+// A flowsheet opens a recycle into a cut that ends in the sink and a copy that starts at the source; closed
+// again, it must be drawn just as the recycle itself.
+TEST_F(LayoutTest, ClosedCutIsDrawnAsTheRecycleItOpens) {
+    const auto plant = [this](bool cut) {
+        graph_ = std::make_unique<LayoutGraph>();
+        graph().unit("MIX", "mixer", 40.0, 40.0);
+        graph().unit("SPLIT", "splitter", 40.0, 40.0);
+        graph().stream("FEED", "source", "out1", "MIX", "in1");
+        graph().stream("S1", "MIX", "out1", "SPLIT", "in1");
+        graph().stream("PROD", "SPLIT", "out1", "sink", "in1");
+        if (cut) {
+            graph().stream("RECY", "SPLIT", "out2", "sink", "in2");
+            graph().stream("RECYbis", "source", "out2", "MIX", "in2");
+        } else {
+            graph().stream("RECY", "SPLIT", "out2", "MIX", "in2");
+        }
+    };
+    plant(false);
+    draw({"RECY"});
+    const VisualRepresentation recycle = vr_;
+
+    plant(true);
+    Layout unknown(graph().graph());
+    EXPECT_FALSE(unknown.closeCut("RECY", "NOSUCH"));
+    EXPECT_FALSE(unknown.closeCut("NOSUCH", "RECYbis"));
+    draw({}, true, {{"RECY", "RECYbis"}});
+    expectWellDrawn();
+    EXPECT_THROW(index("RECYbis"), std::runtime_error);
+    EXPECT_TRUE(line("RECY").backward);
+    ASSERT_EQ(vr_.edges.size(), recycle.edges.size());
+    for (std::size_t i = 0; i < vr_.edges.size(); ++i) {
+        ASSERT_EQ(vr_.edges[i].points.size(), recycle.edges[i].points.size()) << i;
+        for (std::size_t k = 0; k < vr_.edges[i].points.size(); ++k) {
+            EXPECT_DOUBLE_EQ(vr_.edges[i].points[k].x, recycle.edges[i].points[k].x) << i << " " << k;
+            EXPECT_DOUBLE_EQ(vr_.edges[i].points[k].y, recycle.edges[i].points[k].y) << i << " " << k;
+        }
+    }
+    EXPECT_DOUBLE_EQ(vr_.width, recycle.width);
+    EXPECT_DOUBLE_EQ(vr_.height, recycle.height);
 }
 
 TEST_F(LayoutTest, NorthAndSouthPortsLeaveAndEnterVertically) {

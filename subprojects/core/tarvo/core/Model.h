@@ -65,6 +65,14 @@ public:
     // This model's entry in the table of contents of the XML report, `level` blanks in, with the entries of
     // the models below it: streams first, then flowsheets, then the others.
     void printXmlToc(std::ostream& out, int level) const;
+    // The picture of this model into the file `path`, in SVG 1.1 or, with `tiny`, in its tiny profile; with
+    // `raster` the icons are taken as PNG pictures. `depth` counts the levels below the model drawn first.
+    // Any model draws its icon; a flowsheet draws its units and streams. A file that cannot be opened is an
+    // ErrorRunTime.
+    virtual void printSvg(const char* path, bool tiny, bool raster, int depth);
+    // The pictures of this model and of every flowsheet below it, each into "<dir>/<id>.svg", with `id` this
+    // model's identifier in the store; the paths written are appended to `names`.
+    void printSvgAll(const char* dir, bool tiny, bool raster, int id, std::vector<std::string>& names);
     // The HTML pages "<dir>/<id>.html" of the subtree, those below first, so that links find their targets.
     void printHtml(const char* dir) const;
     // The spreadsheet report: the "content.xml" part of an OpenDocument spreadsheet, with one table of the

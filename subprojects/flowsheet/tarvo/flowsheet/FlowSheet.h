@@ -48,6 +48,8 @@ public:
     // Checks that edges and vertices agree, each vertex, and that something flows in and out.
     void check() override;
     Tarvo::Utility::Category category() const override { return Tarvo::Utility::Category::flowsheet; }
+    // The units and streams, each recycle drawn closed; a flowsheet inside this one is drawn as a unit.
+    void printSvg(const char* path, bool tiny, bool raster, int depth) override;
     // What the units inside create or take away.
     Value massBalance() const override;
     Value energyBalance() const override;

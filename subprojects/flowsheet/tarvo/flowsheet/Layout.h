@@ -7,6 +7,7 @@
 #include <iosfwd>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 class EdgeBase;
@@ -87,6 +88,10 @@ public:
     // Lets the edge run against the flow for the choice of columns, so that a closed recycle loop does not
     // stop the layering; it is drawn with its arrow head at the start. Gives whether the tag was found.
     bool markReversed(const std::string& tag);
+    // Draws a cut as the recycle that it opens: the edge `cut`, which ends in the sink, is joined to `copy`,
+    // which starts at the source, into one edge under the tag of the cut, marked reversed. Gives whether
+    // both tags were found.
+    bool closeCut(const std::string& cut, const std::string& copy);
 
     void setTextHeight(double te);
     void setArrowHeadLength(double ahl);
@@ -111,10 +116,10 @@ public:
     // SVG 1.1 Tiny: attributes on every element, no styles, markers or filters.
     void printSvgTiny(std::ostream& out, bool raster) const;
 
-    // The picture of a flowsheet's graph, with the settings that suit flowsheets: the streams in `reversed`
-    // close recycle loops and run against the flow.
-    static void printFlowsheet(const Graph& graph, const std::vector<std::string>& reversed, std::ostream& out,
-                               bool tiny, bool raster);
+    // The picture of a flowsheet's graph, with the settings that suit flowsheets; each pair of `cuts`, the
+    // tags of a cut and of its copy, is drawn closed.
+    static void printFlowsheet(const Graph& graph, const std::vector<std::pair<std::string, std::string>>& cuts,
+                               std::ostream& out, bool tiny, bool raster);
 
     // The vertices of each column, top to bottom.
     const std::vector<std::vector<Vertex*>>& layers() const { return layers_; }
