@@ -92,7 +92,7 @@ main_job() {
     "$build/src/tarvo" xml "$id" xml
     say "case $id of Test<Membrane12Rtsc> calculated; read back from the store:"
     grep -E '^(stageCut|recovery|purity)' report.txt
-    say "reports in $run: report.txt, content.xml (pack with scripts/pack_ods.py), xml/"
+    say "reports in $run: report.txt, content.xml (pack with scripts/pack_ods.py), xml/, drawing $id.svg"
 }
 
 test_all() {

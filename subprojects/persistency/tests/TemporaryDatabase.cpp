@@ -60,4 +60,11 @@ TemporaryDatabase::~TemporaryDatabase() {
     }
 }
 
+void TemporaryDatabase::writeConfiguration(const std::string& file) const {
+    const Configuration kernel(Configuration::kernelFile);
+    std::ofstream(file) << "[1.1]\nDatabaseHost=" << kernel.setting("DatabaseHost").value_or("127.0.0.1")
+                        << "\nDatabasePort=" << kernel.setting("DatabasePort").value_or("5432") << " dbname=" << name_
+                        << "\n";
+}
+
 void TemporaryDatabase::execute(const std::string& sql) const { run(connection_, sql); }

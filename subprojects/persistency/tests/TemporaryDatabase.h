@@ -15,6 +15,8 @@ public:
     // The connection string of the new database, for PersistencyPostgres.
     const std::string& connection() const { return connection_; }
     const std::string& name() const { return name_; }
+    // Writes a configuration file for the kernel that names this database on the server of the kernel's own.
+    void writeConfiguration(const std::string& file) const;
     // Runs SQL as the administrator of this database's server connection (for tests that corrupt rows).
     void execute(const std::string& sql) const;
 

@@ -224,6 +224,16 @@ int Case::exportXml(const std::string& dir) {
     });
 }
 
+std::vector<std::string> Case::exportSvgs(const std::string& dir, bool raster, int& error) const {
+    std::vector<std::string> names;
+    error = guarded(TARVO_FUNCTION.c_str(), [&](Model& model) {
+        model.printSvgAll(dir.c_str(), false, raster, static_cast<int>(model.id()) - model.offset(), names);
+        return success;
+    });
+    if (error != success) names.clear();
+    return names;
+}
+
 int Case::exportDataBase(const std::string& file) const {
     return guarded(TARVO_FUNCTION.c_str(), [&](Model& model) {
         PersistencySqlite store(file);

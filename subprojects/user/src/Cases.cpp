@@ -33,8 +33,9 @@ Handle handleOf(const Model& model) {
     return Handle(record);
 }
 
-// Builds, sets up and stores a new case; the model lives only for this call.
-Handle createCase_(const CaseDescriptor& descriptor, int& error) {
+// Builds, sets up and stores a new case, and with `drawings` writes its pictures into the working folder;
+// the model lives only for this call.
+Handle createCase_(const CaseDescriptor& descriptor, int& error, bool drawings) {
     TARVO_LOG_STATIC(1) << "Instantiate flowsheet";
     std::unique_ptr<Model> model(my_cast<Model*>(
         NodeFactory::create(descriptor.type(), descriptor, 0, nullptr, nullptr, nullptr), TARVO_FUNCTION));
@@ -52,8 +53,14 @@ Handle createCase_(const CaseDescriptor& descriptor, int& error) {
     PersistencyPostgres store;
     model->insert(&store);
     TARVO_LOG_STATIC(1) << "Saved to persistent storage";
+    const Handle handle = handleOf(*model);
+    if (drawings) {
+        TARVO_LOG_STATIC(1) << "Dumping all flowheet objects as tiny SVGs";
+        std::vector<std::string> names;
+        model->printSvgAll(".", true, true, handle.id(), names);
+    }
     error = success;
-    return handleOf(*model);
+    return handle;
 }
 
 // The facade's frame around an operation that makes a handle: failures become -93 and an invalid handle.
@@ -76,7 +83,7 @@ Handle createCase(const std::string& type, const std::string& tag, const std::st
         CaseDescriptor descriptor(type, tag, description);
         descriptor.parseOptions(options);
         TARVO_LOG_STATIC(1) << "Creating a new model " << static_cast<const Tarvo::Persistency::Defaults&>(descriptor);
-        return createCase_(descriptor, error);
+        return createCase_(descriptor, error, true);
     });
 }
 
@@ -88,12 +95,12 @@ Handle createCase(const std::string& type, const std::string& tag, const std::st
         for (const auto& [key, value] : stringOptions) descriptor.setString(key, value);
         for (const auto& [key, value] : integerOptions) descriptor.setInteger(key, value);
         TARVO_LOG_STATIC(1) << "Creating a new model " << static_cast<const Tarvo::Persistency::Defaults&>(descriptor);
-        return createCase_(descriptor, error);
+        return createCase_(descriptor, error, false);
     });
 }
 
 Handle createCase(const std::string& descriptorText, int& error) {
-    return handleOperation(TARVO_FUNCTION, error, [&] { return createCase_(CaseDescriptor(descriptorText), error); });
+    return handleOperation(TARVO_FUNCTION, error, [&] { return createCase_(CaseDescriptor(descriptorText), error, false); });
 }
 
 Handle duplicate(const Handle& handle, const std::string& tag, const std::string& description, int& error) {

@@ -18,11 +18,8 @@ namespace {
 class CaseCommands : public ::testing::Test {
 protected:
     CaseCommands() {
-        const Configuration kernel(Configuration::kernelFile);
         configuration_ = folder_.path() + "/TARVO.conf";
-        std::ofstream(configuration_) << "[1.1]\nDatabaseHost=" << kernel.setting("DatabaseHost").value_or("127.0.0.1")
-                                      << "\nDatabasePort=" << kernel.setting("DatabasePort").value_or("5432")
-                                      << " dbname=" << database_.name() << "\n";
+        database_.writeConfiguration(configuration_);
     }
     TarvoRun run(const std::vector<std::string>& words) {
         return runProgram(TARVO_FIXTURE_EXECUTABLE, words, folder_.path(), {{"TARVO_TEST_CONFIGURATION", configuration_}});

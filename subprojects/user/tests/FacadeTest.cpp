@@ -1,5 +1,6 @@
-#include "TemporaryDatabase.h"
 #include "Farm.h"
+#include "RunTarvo.h"
+#include "TemporaryDatabase.h"
 
 #include <tarvo/core/KernelStart.h>
 #include <tarvo/persistency/Configuration.h>
@@ -12,21 +13,23 @@
 
 #include <filesystem>
 #include <fstream>
+#include <set>
 
 using namespace Tarvo::User;
 
 namespace {
 
-// The facade in this process, on a database of its own through a configuration file of its own.
+// The facade in this process, on a database of its own through a configuration file of its own, in a
+// working folder of its own for the pictures of new cases.
 class Facade : public ::testing::Test {
 protected:
     static void SetUpTestSuite() {
+        folder_ = new TemporaryFolder;
+        previous_ = std::filesystem::current_path();
+        std::filesystem::current_path(folder_->path());
         database_ = new TemporaryDatabase;
-        const Configuration kernel(Configuration::kernelFile);
         file_ = std::filesystem::temp_directory_path() / ("tarvo-facade-" + database_->name() + ".conf");
-        std::ofstream(file_) << "[1.1]\nDatabaseHost=" << kernel.setting("DatabaseHost").value_or("127.0.0.1")
-                             << "\nDatabasePort=" << kernel.setting("DatabasePort").value_or("5432")
-                             << " dbname=" << database_->name() << "\n";
+        database_->writeConfiguration(file_);
         Configuration::useKernelFile(file_);
         Tarvo::Core::startKernel();
         registerFarm();
@@ -35,6 +38,8 @@ protected:
         Tarvo::Core::stopKernel();
         std::filesystem::remove(file_);
         delete database_;
+        std::filesystem::current_path(previous_);
+        delete folder_;
     }
     static Handle newTank(const std::string& options = "") {
         int error = 1;
@@ -42,10 +47,20 @@ protected:
         EXPECT_EQ(error, 0);
         return h;
     }
+    // The names of the files in the working folder.
+    static std::set<std::string> workingFiles() {
+        std::set<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(".")) names.insert(entry.path().filename());
+        return names;
+    }
+    static TemporaryFolder* folder_;
+    static std::filesystem::path previous_;
     static TemporaryDatabase* database_;
     static std::string file_;
 };
 
+TemporaryFolder* Facade::folder_ = nullptr;
+std::filesystem::path Facade::previous_;
 TemporaryDatabase* Facade::database_ = nullptr;
 std::string Facade::file_;
 
@@ -106,6 +121,8 @@ TEST_F(Facade, ARemovedCaseIsAnUnknownOne) {
     EXPECT_EQ(gone.exportXml("."), caseInvalid);
     EXPECT_EQ(gone.exportOds("content.xml"), caseInvalid);
     int error = 0;
+    EXPECT_TRUE(gone.exportSvgs(".", false, error).empty());
+    EXPECT_EQ(error, caseInvalid);
     EXPECT_EQ(gone.get("m", error), 0.0);
     EXPECT_EQ(error, caseInvalid);
 }
@@ -158,4 +175,43 @@ TEST_F(Facade, JsonReportReadsBackWithAJsonParser) {
     EXPECT_EQ(root["SV"]["errors"].size(), 0u);
 
     EXPECT_EQ(farm.exportJson("/nonexistent/farm.json"), caseServerError);
+}
+
+// A new case from JSON options draws the root and each flowsheet in it into the working folder, in the tiny
+// profile with raster icons; exportSvgs draws the same objects, under the same names, from the store.
+TEST_F(Facade, PicturesOfNewAndStoredCasesAreNamedByTheirIdentifiersInTheStore) {
+    newTank(); // the farm's identifiers do not start at 0
+    const std::set<std::string> before = workingFiles();
+    int error = 1;
+    const Handle farm = createCase("Farm<Tank>", "F1", "A small farm", "", error);
+    ASSERT_EQ(error, 0);
+    std::set<std::string> drawn;
+    for (const std::string& name : workingFiles())
+        if (!before.count(name)) drawn.insert(name);
+    ASSERT_EQ(drawn.size(), 2u); // the farm and the tank, a flowsheet; not the pump or the water
+    EXPECT_TRUE(drawn.count(std::to_string(farm.id()) + ".svg"));
+    std::ifstream root(std::to_string(farm.id()) + ".svg");
+    const std::string text{std::istreambuf_iterator<char>(root), std::istreambuf_iterator<char>()};
+    EXPECT_NE(text.find("baseProfile=\"tiny\""), std::string::npos) << text;
+    EXPECT_NE(text.find(".png\""), std::string::npos) << text;
+
+    const std::string dir = folder_->path() + "/pictures";
+    std::filesystem::create_directory(dir);
+    const std::vector<std::string> names = Case(farm).exportSvgs(dir, false, error);
+    EXPECT_EQ(error, 0);
+    std::set<std::string> exported;
+    for (const std::string& name : names) exported.insert(std::filesystem::path(name).filename());
+    EXPECT_EQ(exported, drawn);
+    EXPECT_EQ(names.front(), dir + "/" + std::to_string(farm.id()) + ".svg");
+
+    // Options as maps draw nothing; a folder that is not there fails the export.
+    const std::set<std::string> now = workingFiles();
+    createCase("Farm<Tank>", "F2", "", {}, {}, error);
+    EXPECT_EQ(error, 0);
+    EXPECT_EQ(workingFiles(), now);
+    testing::internal::CaptureStderr();
+    EXPECT_TRUE(Case(farm).exportSvgs("/nonexistent", true, error).empty());
+    const std::string err = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(error, caseServerError);
+    EXPECT_NE(err.find("can not write to /nonexistent/"), std::string::npos) << err;
 }

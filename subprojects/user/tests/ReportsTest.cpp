@@ -32,17 +32,6 @@ std::string readFile(const fs::path& path) {
     return text.str();
 }
 
-// The path of a program on PATH, or empty.
-std::string program(const std::string& name) {
-    const char* path = std::getenv("PATH");
-    std::stringstream directories(path ? path : "");
-    for (std::string directory; std::getline(directories, directory, ':');) {
-        const fs::path candidate = fs::path(directory) / name;
-        if (!directory.empty() && access(candidate.c_str(), X_OK) == 0) return candidate;
-    }
-    return "";
-}
-
 // The script of the repository that packs a spreadsheet report into a spreadsheet file.
 std::string packScript() {
     return (fs::path(TARVO_REPORTS_DIR) / "../../../scripts/pack_ods.py").lexically_normal();
@@ -71,12 +60,8 @@ void expectGolden(const fs::path& file, const std::string& golden) {
 class Reports : public ::testing::Test {
 protected:
     Reports() {
-        const Configuration kernel(Configuration::kernelFile);
         configuration_ = folder_.path() + "/TARVO.conf";
-        std::ofstream(configuration_)
-            << "[1.1]\nDatabaseHost=" << kernel.setting("DatabaseHost").value_or("127.0.0.1")
-            << "\nDatabasePort=" << kernel.setting("DatabasePort").value_or("5432")
-            << " dbname=" << database_.name() << "\n";
+        database_.writeConfiguration(configuration_);
     }
     void SetUp() override {
         const TarvoRun created = run({"new", "Farm<Tank>", "F1", "A small farm"});
@@ -100,28 +85,11 @@ protected:
     }
     // What a headless browser makes of `url`: the document after its scripts ran, and its log.
     TarvoRun browse(const std::string& url, bool fileAccess = false) {
-        const std::string chromium = program("chromium");
-        if (chromium.empty()) {
+        if (program("chromium").empty()) {
             ADD_FAILURE() << "chromium" << missingClient;
             return {};
         }
-        const std::string profile = folder_.path() + "/profile" + std::to_string(browsed_++);
-        fs::create_directory(profile);
-        std::vector<std::string> words{"--headless",
-                                       "--no-sandbox",
-                                       "--disable-gpu",
-                                       "--disable-quic",
-                                       "--no-first-run",
-                                       "--disable-background-networking",
-                                       "--disable-component-update",
-                                       "--disable-sync",
-                                       "--user-data-dir=" + profile,
-                                       "--enable-logging=stderr",
-                                       "--v=0"};
-        if (fileAccess) words.push_back("--allow-file-access-from-files"); // style sheets beside the file
-        words.push_back("--dump-dom");
-        words.push_back(url);
-        return runProgram(chromium, words, folder_.path());
+        return browseHeadless(url, folder_.path(), fileAccess);
     }
     // The still of the test collection after the farm, calculated, so that its spreadsheet report is the last
     // one that calculate left.
@@ -139,7 +107,6 @@ protected:
     TemporaryFolder folder_;
     TemporaryDatabase database_;
     std::string configuration_;
-    int browsed_ = 0;
 };
 
 } // namespace

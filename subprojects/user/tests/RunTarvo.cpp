@@ -56,3 +56,34 @@ TarvoRun runProgram(const std::string& program, const std::vector<std::string>& 
     std::filesystem::remove(folder + "/id.txt");
     return run;
 }
+
+std::string program(const std::string& name) {
+    const char* path = std::getenv("PATH");
+    std::stringstream directories(path ? path : "");
+    for (std::string directory; std::getline(directories, directory, ':');) {
+        const std::filesystem::path candidate = std::filesystem::path(directory) / name;
+        if (!directory.empty() && access(candidate.c_str(), X_OK) == 0) return candidate;
+    }
+    return "";
+}
+
+TarvoRun browseHeadless(const std::string& url, const std::string& folder, bool fileAccess) {
+    static int browsed = 0;
+    const std::string profile = folder + "/profile" + std::to_string(browsed++);
+    std::filesystem::create_directory(profile);
+    std::vector<std::string> words{"--headless",
+                                   "--no-sandbox",
+                                   "--disable-gpu",
+                                   "--disable-quic",
+                                   "--no-first-run",
+                                   "--disable-background-networking",
+                                   "--disable-component-update",
+                                   "--disable-sync",
+                                   "--user-data-dir=" + profile,
+                                   "--enable-logging=stderr",
+                                   "--v=0"};
+    if (fileAccess) words.push_back("--allow-file-access-from-files"); // style sheets beside the file
+    words.push_back("--dump-dom");
+    words.push_back(url);
+    return runProgram(program("chromium"), words, folder);
+}

@@ -21,6 +21,13 @@ inline TarvoRun runTarvo(const std::vector<std::string>& words, const std::strin
     return runProgram(TARVO_EXECUTABLE, words, folder);
 }
 
+// The path of a program on PATH, or empty.
+std::string program(const std::string& name);
+
+// What headless Chromium makes of `url`: the document after its scripts ran as `out`, its log as `err`. It
+// runs in `folder` with a profile of its own there; `fileAccess` lets a file load others beside it.
+TarvoRun browseHeadless(const std::string& url, const std::string& folder, bool fileAccess = false);
+
 // A temporary folder, removed with its contents when the object goes.
 class TemporaryFolder {
 public:

@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 class Model;
 
@@ -52,6 +53,10 @@ public:
     // The spreadsheet report into `file`: the "content.xml" part of an OpenDocument spreadsheet, a table of
     // the streams of the tree with a row for each phase.
     int exportOds(const std::string& file) const;
+    // The pictures into the folder `dir`, which must exist: "<id>.svg" in SVG 1.1 of the root and of each
+    // flowsheet in the tree, named by their identifiers in the store; with `raster` the icons are taken as
+    // PNG pictures. Gives the paths written, none on a failure; error 0, -81 or -84.
+    std::vector<std::string> exportSvgs(const std::string& dir, bool raster, int& error) const;
     // The whole tree into `file`, which must exist and be empty, as a store of its own.
     int exportDataBase(const std::string& file) const;
 

@@ -10,8 +10,8 @@
 namespace Tarvo::User {
 
 // Creates a case of a registered type, sets its input quantities, sets it up and stores it. The
-// options are a JSON text (a case descriptor); the form with a type draws the objects of the case
-// into the working directory. On failure the handle is invalid (id -1) and `error` is -93.
+// options are a JSON text (a case descriptor) or two maps; the form with the JSON text also draws the
+// case and each flowsheet in it into the working directory, as "<id>.svg" in the tiny profile. On failure the handle is invalid (id -1) and `error` is -93.
 Handle createCase(const std::string& type, const std::string& tag, const std::string& description,
                   const std::string& options, int& error);
 Handle createCase(const std::string& type, const std::string& tag, const std::string& description,
