@@ -1,7 +1,13 @@
+#include "RunTarvo.h"
+#include "TemporaryDatabase.h"
+
 #include <tarvo/components/ListComponents.h>
 #include <tarvo/core/Model.h>
 #include <tarvo/models/ModelCollection.h>
+#include <tarvo/models/Test.h>
+#include <tarvo/persistency/Configuration.h>
 #include <tarvo/persistency/NodeFactory.h>
+#include <tarvo/user/Case.h>
 #include <tarvo/user/Kernel.h>
 #include <tarvo/utility/Error.h>
 
@@ -9,8 +15,10 @@
 
 #include <cmath>
 #include <filesystem>
+#include <fstream>
 #include <functional>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -172,4 +180,90 @@ TEST_F(MembraneTest, OneStageOfAMultiStageModuleIsTheSingleModule) {
         for (int i = 0; i < NCOMPONENTS; ++i)
             EXPECT_NEAR(staged->Q("recovery", i).toDouble(), one->Q("recovery", i).toDouble(), 1e-9);
     }
+}
+
+// As a user runs it: `new` stores the test bed and draws it, `calculate` stores the results, and read back
+// from the store they satisfy the module equations. A multi-stage module is drawn as well, inside its bed.
+TEST_F(MembraneTest, CommandLineStoresResultsThatSatisfyTheModuleEquations) {
+    TemporaryDatabase database;
+    const std::string configuration = (folder_ / "TARVO.conf").string();
+    database.writeConfiguration(configuration);
+    const auto run = [&](const std::vector<std::string>& words) {
+        return runProgram(TARVO_FIXTURE_EXECUTABLE, words, folder_.string(),
+                          {{"TARVO_TEST_CONFIGURATION", configuration}});
+    };
+    const auto newAndCalculate = [&](const std::vector<std::string>& newWords) {
+        const TarvoRun created = run(newWords);
+        EXPECT_EQ(created.exitCode, 0) << created.err;
+        const int id = std::atoi(created.idTxt.c_str());
+        EXPECT_GE(id, 0) << created.idTxt << created.err;
+        const TarvoRun calculated = run({"calculate", std::to_string(id)});
+        EXPECT_EQ(calculated.exitCode, 0) << calculated.err;
+        EXPECT_EQ(calculated.idTxt, std::to_string(id) + "\n") << calculated.err;
+        return id;
+    };
+    const int single = newAndCalculate({"new", "Test<Membrane12Rtsc>"});
+    const int multi = newAndCalculate(
+        {"new", "Test<MembraneMulti12<Membrane12Rtsc>>", "M", "", R"({"integerOptions":{"stages":3}})"});
+
+    Configuration::useKernelFile(configuration);
+    const Tarvo::User::Case stored{Tarvo::User::Handle(single)};
+    ASSERT_NE(stored.model(), nullptr);
+    std::vector<double> split;
+    const double theta = solveChain(rtsc, 1, split);
+    expectSplits(*stored.model(), theta, split, 2e-5);
+    EXPECT_NEAR(stored.model()->Q("GM.stageCut").toDouble(), theta, 2e-5 * theta);
+    const Tarvo::User::Case staged{Tarvo::User::Handle(multi)};
+    ASSERT_NE(staged.model(), nullptr);
+    expectSplits(*staged.model(), solveChain(rtsc, 3, split), split, 2e-5);
+
+    // The pictures that `new` left: the bed of one module, and the bed and the inside of the multi-stage one.
+    const auto picture = [&](int id) {
+        std::ifstream in(folder_ / (std::to_string(id) + ".svg"));
+        std::stringstream text;
+        text << in.rdbuf();
+        return text.str();
+    };
+    const auto count = [](const std::string& text, const std::string& part) {
+        std::size_t n = 0;
+        for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++n;
+        return n;
+    };
+    const std::string bed = picture(single);
+    EXPECT_EQ(count(bed, "<image "), 1u) << bed;
+    EXPECT_EQ(count(bed, "<use xlink:href=\"#arrow\""), 3u) << bed;
+    EXPECT_NE(bed.find(">GM</text>"), std::string::npos) << bed;
+    const int inside = multi + static_cast<int>(staged.model()->child("GM").id() - staged.model()->id());
+    const std::string stages = picture(inside);
+    EXPECT_EQ(count(stages, "<image "), 4u) << stages; // three stages and the mixer of their permeates
+    // The feed, two retentates between the stages, three permeates, and the two products.
+    EXPECT_EQ(count(stages, "<use xlink:href=\"#arrow\""), 8u) << stages;
+    // Well-formed, and what a browser shows of them is what they say.
+    ASSERT_FALSE(program("xmllint").empty()) << "xmllint is not installed (scripts/setup.sh lists its package)";
+    ASSERT_FALSE(program("chromium").empty()) << "chromium is not installed (scripts/setup.sh lists its package)";
+    for (int id : {single, multi, inside}) {
+        const std::string file = std::to_string(id) + ".svg";
+        const TarvoRun lint = runProgram(program("xmllint"), {"--noout", file}, folder_.string());
+        EXPECT_EQ(lint.exitCode, 0) << file << ": " << lint.err;
+        const TarvoRun shown = browseHeadless("file://" + (folder_ / file).string(), folder_.string());
+        EXPECT_EQ(shown.exitCode, 0) << file << ": " << shown.err;
+        EXPECT_EQ(shown.err.find(":ERROR:CONSOLE"), std::string::npos) << shown.err;
+        EXPECT_NE(shown.out.find(id == inside ? ">GM3</text>" : ">GM</text>"), std::string::npos) << shown.out;
+    }
+}
+
+// A purity outside [0, 1] beyond rounding is an error of the model, named by its component.
+TEST_F(MembraneTest, PuritiesOutsideTheUnitIntervalAreErrors) {
+    auto m = calculated("Test<Membrane12Rtsc>");
+    ASSERT_TRUE(m);
+    auto& bed = dynamic_cast<::Test&>(*m);
+    bed.resetErrors();
+    checkPurity(bed, bed.purity);
+    EXPECT_TRUE(bed.errorList().empty());
+    bed.purity[0] = -1e-9;
+    bed.purity[1] = 1 + 1e-9;
+    bed.purity[2] = 1 + 1e-17; // rounding
+    checkPurity(bed, bed.purity);
+    EXPECT_EQ(bed.errorList(), (std::vector<std::string>{"negative purity for component " + components[0]->name,
+                                                         "purity larger than one for component " + components[1]->name}));
 }
