@@ -1,19 +1,8 @@
 #include <tarvo/value/Active.h>
 
-#include <algorithm>
 #include <cassert>
 #include <cstdio>
 #include <sstream>
-
-namespace {
-
-template <typename V>
-typename GenericActive<V>::Sparse::const_iterator find(const typename GenericActive<V>::Sparse& sparse, int i) {
-    return std::lower_bound(sparse.begin(), sparse.end(), i,
-                            [](const typename GenericActive<V>::SparseEntry& e, int d) { return e.first < d; });
-}
-
-} // namespace
 
 template <typename V> void GenericActive<V>::severeError() {
     std::printf("severe error: incorrect derivative calculation\n");
@@ -43,9 +32,7 @@ template <typename V> void GenericActive<V>::inactivate(int i) {
 template <typename V> V GenericActive<V>::derivative(int i) const {
     if (numdir_ <= ndense) return dense(i);
     const Sparse* list = sparseList();
-    if (!list) return V(0);
-    const auto it = find<V>(*list, i);
-    return it != list->end() && it->first == i ? it->second : V(0);
+    return list ? list->derivative(i) : V(0);
 }
 
 // Writing in the store of the current mode replaces a store of the other mode.
@@ -56,13 +43,8 @@ template <typename V> void GenericActive<V>::setDerivative(int i, V d) {
         dense_[i] = d;
         return;
     }
-    if (nd_ != sparseStore) {
-        new (&sparse_) Sparse;
-        nd_ = sparseStore;
-    }
-    auto it = sparse_.begin() + (find<V>(sparse_, i) - sparse_.cbegin());
-    if (it == sparse_.end() || it->first != i) it = sparse_.insert(it, SparseEntry(i, V(0)));
-    it->second = d;
+    sparse_ = Sparse::set(nd_ == sparseStore ? sparse_ : nullptr, i, d);
+    nd_ = sparseStore;
 }
 
 template <typename V> V GenericActive<V>::sumDerivatives() const {
@@ -86,34 +68,6 @@ template <typename V> std::string GenericActive<V>::str() const {
     }
     out << " ]";
     return out.str();
-}
-
-// Merges two sorted stores: r = a*x + b*y, direction by direction.
-template <typename V>
-void GenericActive<V>::combineSparse(V a, const GenericActive& xa, V b, const GenericActive& ya, GenericActive& r) {
-    static const Sparse none;
-    const Sparse& x = xa.sparseList() ? *xa.sparseList() : none;
-    const Sparse& y = ya.sparseList() ? *ya.sparseList() : none;
-    if (x.empty() && y.empty()) return;
-    r.releaseSparse();
-    new (&r.sparse_) Sparse;
-    r.nd_ = sparseStore;
-    Sparse& out = r.sparse_;
-    out.reserve(x.size() + y.size());
-    auto ix = x.begin(), iy = y.begin();
-    while (ix != x.end() || iy != y.end()) {
-        if (iy == y.end() || (ix != x.end() && ix->first < iy->first)) {
-            out.emplace_back(ix->first, a * ix->second);
-            ++ix;
-        } else if (ix == x.end() || iy->first < ix->first) {
-            out.emplace_back(iy->first, b * iy->second);
-            ++iy;
-        } else {
-            out.emplace_back(ix->first, a * ix->second + b * iy->second);
-            ++ix;
-            ++iy;
-        }
-    }
 }
 
 template class GenericActive<double>;

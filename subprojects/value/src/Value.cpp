@@ -54,13 +54,12 @@ template <typename A> void GenericValue<A>::set(const A& a) {
 template <typename A> bool GenericValue<A>::isinf() const { return !(DBL_MAX >= std::fabs(value_.val())); }
 
 template <typename A>
-void GenericValue<A>::unitError(const char* signature, const char* text, const GenericValue& a,
-                                const GenericValue& b) {
-    throw ErrorUnit(Tarvo::Utility::shortFunctionName(signature), text, a.unitText(), b.unitText());
+void GenericValue<A>::unitError(const char* signature, const char* text, CompactUnits a, CompactUnits b) {
+    throw ErrorUnit(Tarvo::Utility::shortFunctionName(signature), text, a.unpack().text(), b.unpack().text());
 }
 
-template <typename A> void GenericValue<A>::unitError(const char* signature, const char* text, const GenericValue& a) {
-    throw ErrorUnit(Tarvo::Utility::shortFunctionName(signature), text, a.unitText());
+template <typename A> void GenericValue<A>::unitError(const char* signature, const char* text, CompactUnits a) {
+    throw ErrorUnit(Tarvo::Utility::shortFunctionName(signature), text, a.unpack().text());
 }
 
 template class GenericValue<Active>;
@@ -115,13 +114,14 @@ Value pow(const Value& a, const Value& b) {
 
 Value sqrt(const Value& a) {
     CompactUnits units = a.units_;
-    if (!units.halve()) Value::unitError(__PRETTY_FUNCTION__, "dimension exponents must be even", a);
+    if (!units.halve()) Value::unitError(__PRETTY_FUNCTION__, "dimension exponents must be even", a.units_);
     return Value(sqrt(a.active()), units);
 }
 
 Value curt(const Value& a) {
     CompactUnits units = a.units_;
-    if (!units.divide(3)) Value::unitError(__PRETTY_FUNCTION__, "dimension exponents must be multiple of three", a);
+    if (!units.divide(3))
+        Value::unitError(__PRETTY_FUNCTION__, "dimension exponents must be multiple of three", a.units_);
     return Value(curt(a.active()), units);
 }
 

@@ -3,13 +3,11 @@
 
 #include <tarvo/value/ActiveContext.h>
 #include <tarvo/value/Hot.h>
+#include <tarvo/value/SparseDerivatives.h>
 
-#include <array>
 #include <cmath>
-#include <new>
 #include <string>
 #include <utility>
-#include <vector>
 
 // A number that carries its derivatives with respect to the directions of the current ActiveContext
 // (forward-mode automatic differentiation). Up to 5 directions the derivatives sit in a fixed array
@@ -19,15 +17,16 @@
 template <typename V> class GenericActive {
 public:
     static constexpr int ndense = 5;
-    using SparseEntry = std::pair<int, V>;
-    using Sparse = std::vector<SparseEntry>;
+    using Sparse = SparseDerivatives<V>;
 
     GenericActive() : v_(0) {}
     GenericActive(V x) : v_(x) {} // implicit: a constant has no derivatives
     // A copy is not an independent variable, whatever its source is.
     GenericActive(const GenericActive& o) : v_(o.v_) { copyDerivatives(o); }
     GenericActive(GenericActive&& o) noexcept : v_(o.v_) { takeDerivatives(o); }
-    ~GenericActive() { releaseSparse(); }
+    // Inlined also where an exception unwinds: called there, it would take the address of every
+    // temporary of an expression, and the compiler would keep them all in memory.
+    TARVO_HOT ~GenericActive() { releaseSparse(); }
 
     GenericActive& operator=(const GenericActive& o) {
         if (this != &o) {
@@ -70,7 +69,7 @@ public:
     // Zero derivatives; a sparse store keeps its entries, with value 0.
     void clearderivatives() {
         if (nd_ == sparseStore)
-            for (auto& entry : sparse_) entry.second = 0;
+            for (auto& entry : *sparse_) entry.second = 0;
         else
             nd_ = 0;
     }
@@ -91,7 +90,7 @@ public:
         if (numdir_ <= ndense) {
             for (int i = 0; i < nd_ && i < numdir_; ++i) visit(i, dense_[i]);
         } else if (nd_ == sparseStore) {
-            for (const auto& entry : sparse_) visit(entry.first, entry.second);
+            for (const auto& entry : *sparse_) visit(entry.first, entry.second);
         }
     }
 
@@ -178,8 +177,9 @@ public:
         if (numdir_ <= ndense) {
             r.nd_ = static_cast<short>(numdir_);
             for (int i = 0; i < numdir_; ++i) r.dense_[i] = a * x.dense(i) + b * y.dense(i);
-        } else {
-            combineSparse(a, x, b, y, r);
+        } else if (x.nd_ == sparseStore || y.nd_ == sparseStore) {
+            r.sparse_ = Sparse::combine(a, x.sparseList(), b, y.sparseList());
+            r.nd_ = sparseStore;
         }
     }
     TARVO_HOT static void chainInto(GenericActive& r, V value, V k, const GenericActive& x) {
@@ -193,9 +193,9 @@ public:
             r.nd_ = static_cast<short>(numdir_);
             for (int i = 0; i < numdir_; ++i) r.dense_[i] = rule(x.dense(i));
         } else if (x.nd_ == sparseStore) {
-            new (&r.sparse_) Sparse(x.sparse_);
+            r.sparse_ = Sparse::copy(*x.sparse_);
             r.nd_ = sparseStore;
-            for (auto& entry : r.sparse_) entry.second = rule(entry.second);
+            for (auto& entry : *r.sparse_) entry.second = rule(entry.second);
         }
     }
 
@@ -206,14 +206,14 @@ private:
     static constexpr short sparseStore = -1;
 
     V dense(int i) const { return i < nd_ ? dense_[i] : V(0); }
-    const Sparse* sparseList() const { return nd_ == sparseStore ? &sparse_ : nullptr; }
-    void releaseSparse() {
-        if (nd_ == sparseStore) sparse_.~Sparse();
+    const Sparse* sparseList() const { return nd_ == sparseStore ? sparse_ : nullptr; }
+    TARVO_HOT void releaseSparse() {
+        if (nd_ == sparseStore) Sparse::destroy(sparse_);
         nd_ = 0;
     }
     void copyDerivatives(const GenericActive& o) {
         if (o.nd_ == sparseStore) {
-            new (&sparse_) Sparse(o.sparse_);
+            sparse_ = Sparse::copy(*o.sparse_);
         } else {
             for (int i = 0; i < o.nd_; ++i) dense_[i] = o.dense_[i];
         }
@@ -221,8 +221,7 @@ private:
     }
     void takeDerivatives(GenericActive& o) {
         if (o.nd_ == sparseStore) {
-            new (&sparse_) Sparse(std::move(o.sparse_));
-            o.sparse_.~Sparse();
+            sparse_ = o.sparse_;
         } else {
             for (int i = 0; i < o.nd_; ++i) dense_[i] = o.dense_[i];
         }
@@ -235,11 +234,10 @@ private:
     [[noreturn]] static void severeError();
     void scale(V c) {
         if (nd_ == sparseStore)
-            for (auto& entry : sparse_) entry.second *= c;
+            for (auto& entry : *sparse_) entry.second *= c;
         else
             for (int i = 0; i < nd_; ++i) dense_[i] *= c;
     }
-    static void combineSparse(V a, const GenericActive& x, V b, const GenericActive& y, GenericActive& r);
 
     inline static int numdir_ = 0;
     inline static bool strict_ro_ = false;
@@ -248,10 +246,9 @@ private:
     V v_;
     bool active_ = false;
     short nd_ = 0;
-    static_assert(sizeof(Sparse) <= sizeof(std::array<V, ndense>), "the sparse list fits the dense store");
     union {
-        std::array<V, ndense> dense_;
-        Sparse sparse_; // sorted by direction
+        V dense_[ndense]; // a plain array: the compiler keeps a std::array of temporaries in memory
+        Sparse* sparse_;
     };
 };
 

@@ -29,6 +29,9 @@ public:
     explicit GenericValue(A&& a) : value_(std::move(a)) {} // dimensionless
     GenericValue(const GenericValue&) = default;
     GenericValue(GenericValue&&) noexcept = default;
+    // Inlined also where an exception unwinds: called there, it would take the address of every
+    // temporary of an expression, and the compiler would keep them all in memory.
+    TARVO_HOT ~GenericValue() = default;
 
     // Copies number, derivatives and units, never the flags. Units may only change from invalid.
     GenericValue& operator=(const GenericValue& o) {
@@ -211,22 +214,22 @@ public:
 
     // Requires units equal to those of `o` ("incompatible units" otherwise).
     void same(const char* signature, const GenericValue& o) const {
-        if (units_ != o.units_) incompatible(signature, *this, o);
+        if (units_ != o.units_) incompatible(signature, units_, o.units_);
     }
     // Requires all-zero exponents, which an invalid value does not have.
     void dimensionless(const char* signature) const {
-        if (!units_.dimensionless()) incompatible(signature, *this, GenericValue(0.0));
+        if (!units_.dimensionless()) incompatible(signature, units_, CompactUnits());
     }
 
     friend GenericValue<Active> sqrt(const GenericValue<Active>& a);
     friend GenericValue<Active> curt(const GenericValue<Active>& a);
 
-    [[noreturn]] static void incompatible(const char* signature, const GenericValue& a, const GenericValue& b) {
+    // The errors take units, not values, for the same reason.
+    [[noreturn]] static void incompatible(const char* signature, CompactUnits a, CompactUnits b) {
         unitError(signature, "incompatible units", a, b);
     }
-    [[noreturn]] static void unitError(const char* signature, const char* text, const GenericValue& a,
-                                       const GenericValue& b);
-    [[noreturn]] static void unitError(const char* signature, const char* text, const GenericValue& a);
+    [[noreturn]] static void unitError(const char* signature, const char* text, CompactUnits a, CompactUnits b);
+    [[noreturn]] static void unitError(const char* signature, const char* text, CompactUnits a);
 
 private:
     GenericValue(A&& a, CompactUnits units) : value_(std::move(a)), units_(units) {}
@@ -240,11 +243,11 @@ private:
 
     void acceptUnits(const char* signature, const GenericValue& o) const {
         if (units_ != o.units_ && !units_.invalid())
-            unitError(signature, "destination already has incompatible units", *this, o);
+            unitError(signature, "destination already has incompatible units", units_, o.units_);
     }
     void requireNoUnits(const char* signature) const {
         if (!units_.dimensionless() && !units_.invalid())
-            unitError(signature, "destination already has units", *this);
+            unitError(signature, "destination already has units", units_);
     }
 
     A value_;

@@ -1,0 +1,48 @@
+#ifndef TARVO_VALUE_SPARSEDERIVATIVES_H
+#define TARVO_VALUE_SPARSEDERIVATIVES_H
+
+#include <new>
+#include <utility>
+
+// The derivatives of a number in sparse mode: (direction, derivative) pairs sorted by direction, in
+// one heap block that holds the count and the entries. An active number refers to its list by a plain
+// pointer, which keeps the number trivially movable: the compiler then holds the temporaries of an
+// expression in registers, which it does not do for a number that embeds a container.
+template <typename V> class SparseDerivatives {
+public:
+    using Entry = std::pair<int, V>;
+
+    // An empty list with room for `capacity` entries.
+    static SparseDerivatives* create(int capacity);
+    static SparseDerivatives* copy(const SparseDerivatives& o) { return copy(o, o.size_); }
+    static void destroy(SparseDerivatives* list) { ::operator delete(list); }
+    // a*x + b*y, direction by direction; either list may be null, not both.
+    static SparseDerivatives* combine(V a, const SparseDerivatives* x, V b, const SparseDerivatives* y);
+    // Sets the derivative of direction i, inserting the entry if missing; returns the list, which may
+    // have moved.
+    static SparseDerivatives* set(SparseDerivatives* list, int i, V d);
+
+    Entry* begin() { return entries(); }
+    Entry* end() { return entries() + size_; }
+    const Entry* begin() const { return entries(); }
+    const Entry* end() const { return entries() + size_; }
+    int size() const { return size_; }
+    // The derivative of direction i; 0 for a direction not held.
+    V derivative(int i) const;
+
+private:
+    SparseDerivatives(int capacity) : capacity_(capacity) {}
+    Entry* entries() { return reinterpret_cast<Entry*>(this + 1); }
+    const Entry* entries() const { return reinterpret_cast<const Entry*>(this + 1); }
+    static SparseDerivatives* copy(const SparseDerivatives& o, int capacity);
+    const Entry* lowerBound(int i) const;
+    void append(int i, V d) { new (entries() + size_++) Entry(i, d); }
+
+    // The entries follow the header in the same block, aligned as they need.
+    alignas(Entry) int size_ = 0;
+    int capacity_;
+};
+
+extern template class SparseDerivatives<double>;
+
+#endif

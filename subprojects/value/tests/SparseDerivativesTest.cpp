@@ -1,0 +1,63 @@
+#include <tarvo/value/SparseDerivatives.h>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <vector>
+
+namespace {
+
+using List = SparseDerivatives<double>;
+
+struct Destroy {
+    void operator()(List* list) const { List::destroy(list); }
+};
+using Owned = std::unique_ptr<List, Destroy>;
+
+std::vector<int> directions(const List& list) {
+    std::vector<int> out;
+    for (const auto& entry : list) out.push_back(entry.first);
+    return out;
+}
+
+} // namespace
+
+// Insertions out of order, past several regrowths of the block, keep the list sorted and every value.
+TEST(SparseDerivatives, SetKeepsTheListSortedAcrossRegrowth) {
+    List* raw = nullptr;
+    for (int k = 0; k < 40; ++k) {
+        const int direction = (k * 17) % 40; // visits 0..39 in scrambled order
+        raw = List::set(raw, direction, direction + 0.5);
+    }
+    raw = List::set(raw, 17, -1.0); // overwrite, no new entry
+    Owned list(raw);
+    ASSERT_EQ(list->size(), 40);
+    std::vector<int> expected;
+    for (int i = 0; i < 40; ++i) expected.push_back(i);
+    EXPECT_EQ(directions(*list), expected);
+    EXPECT_EQ(list->derivative(17), -1.0);
+    EXPECT_EQ(list->derivative(39), 39.5);
+    EXPECT_EQ(list->derivative(40), 0.0);
+    EXPECT_EQ(list->derivative(-3), 0.0);
+}
+
+TEST(SparseDerivatives, CombineMergesByDirectionAndCopyIsIndependent) {
+    Owned x(List::set(List::set(List::set(nullptr, 7, 1.0), 2, 2.0), 9, 3.0)); // 2, 7, 9
+    Owned y(List::set(List::set(nullptr, 7, 10.0), 4, 20.0));                  // 4, 7
+    Owned sum(List::combine(2.0, x.get(), -1.0, y.get()));
+    EXPECT_EQ(directions(*sum), (std::vector<int>{2, 4, 7, 9}));
+    EXPECT_EQ(sum->derivative(2), 4.0);
+    EXPECT_EQ(sum->derivative(4), -20.0);
+    EXPECT_EQ(sum->derivative(7), -8.0);
+    EXPECT_EQ(sum->derivative(9), 6.0);
+
+    Owned onlyY(List::combine(2.0, nullptr, 3.0, y.get()));
+    EXPECT_EQ(directions(*onlyY), (std::vector<int>{4, 7}));
+    EXPECT_EQ(onlyY->derivative(7), 30.0);
+
+    Owned copy(List::copy(*x));
+    copy.reset(List::set(copy.release(), 3, 5.0));
+    EXPECT_EQ(copy->size(), 4);
+    EXPECT_EQ(x->size(), 3);
+    EXPECT_EQ(x->derivative(3), 0.0);
+}
