@@ -17,12 +17,14 @@ const SqlDialect postgres{
     "INSERT INTO %sV (%s,VALUE) VALUES($1,$2)",
     "UPDATE %s SET VALUE=$1 WHERE TAG=$2 AND NID=%d",
     "UPDATE %sV SET VALUE=$1 WHERE ID=$2",
-    "SELECT TRIM(TAG),VALUE FROM I WHERE NID=%d",
-    "SELECT TRIM(TAG),VALUE,TRIM(UNIT),INPUT,OUTPUT FROM Q WHERE NID=%d",
-    "SELECT TRIM(TAG),TRIM(VALUE) FROM S WHERE NID=%d",
-    "SELECT ID, TRIM(TAG) FROM %s WHERE NID=%d",
-    "SELECT COUNT(*), MIN(ID) FROM %sV WHERE %s=%d",
-    "SELECT VALUE FROM %sV WHERE %s=%d ORDER BY ID",
+    "SELECT ID, TRIM(UUID), TRIM(TAG), TRIM(DESCRIPTION), TRIM(TYPE), PARENT, ROOT, extract(epoch from CREATED_AT), "
+    "extract(epoch from UPDATED_AT), RANGE FROM N WHERE ID >= %d AND ID < %d + (SELECT RANGE FROM N WHERE ID = %d) "
+    "ORDER BY ID",
+    "SELECT NID,TRIM(TAG),VALUE FROM I WHERE NID >= %d AND NID < %d",
+    "SELECT NID,TRIM(TAG),VALUE,TRIM(UNIT),INPUT,OUTPUT FROM Q WHERE NID >= %d AND NID < %d",
+    "SELECT NID,TRIM(TAG),TRIM(VALUE) FROM S WHERE NID >= %d AND NID < %d",
+    "SELECT V.NID, V.ID, TRIM(V.TAG), W.ID, W.VALUE FROM %s V LEFT JOIN %sV W ON W.%s = V.ID "
+    "WHERE V.NID >= %d AND V.NID < %d ORDER BY V.ID, W.ID",
     "DELETE FROM %sV WHERE %s=%d",
     {"delete from ivv using iv where ivv.vid = iv.id and iv.nid >= %d and iv.nid < %d + (select range from n where id = %d)",
      "delete from svv using sv where svv.vid = sv.id and sv.nid >= %d and sv.nid < %d + (select range from n where id = %d)",
@@ -274,10 +276,12 @@ std::string PersistencyPostgres::escape(const std::string& text) {
 }
 
 void PersistencyPostgres::purgeAll() {
+    forgetBlocks();
     execute("truncate table I, IVV, IV, Q, QVV, QV, QMV, QM, S, SVV, SV, N;", __PRETTY_FUNCTION__);
 }
 
 void PersistencyPostgres::purge(const std::string& table, int id) {
+    forgetBlocks();
     const char* t = table.c_str();
     if (id == -1)
         execute(sqlFormat("DELETE FROM %s", t), __PRETTY_FUNCTION__);
@@ -300,6 +304,7 @@ int PersistencyPostgres::countCID(int id, const std::string& table) {
 }
 
 void PersistencyPostgres::remove(int id, const std::string& table) {
+    forgetBlocks();
     execute(sqlFormat("DELETE FROM %s WHERE id = %d", table.c_str(), id), __PRETTY_FUNCTION__);
 }
 
@@ -333,17 +338,6 @@ void PersistencyPostgres::retrieveRow(const SqlRows& rows, std::string& tag, std
     updated = numberOf(row[7]);
 }
 
-void PersistencyPostgres::retrieveObject(int id, std::string& uuid, std::string& tag, std::string& description,
-                                         std::string& type, int& parent, int& root, double& created, double& updated) {
-    const SqlRows rows = query(sqlFormat("SELECT TRIM(UUID), TRIM(TAG), TRIM(DESCRIPTION), TRIM(TYPE), PARENT, ROOT, "
-                                         "extract(epoch from CREATED_AT), extract(epoch from UPDATED_AT) FROM N WHERE ID=%d",
-                                         id),
-                               __PRETTY_FUNCTION__);
-    if (rows.empty()) fail(__PRETTY_FUNCTION__, "can't find in N");
-    uuid = rows.front()[0].value_or("");
-    retrieveRow(rows, tag, description, type, parent, root, created, updated);
-}
-
 void PersistencyPostgres::retrieveObject(const std::string& uuid, int& id, std::string& tag, std::string& description,
                                          std::string& type, int& parent, int& root, double& created, double& updated) {
     const SqlRows rows = query(sqlFormat("SELECT ID, TRIM(TAG), TRIM(DESCRIPTION), TRIM(TYPE), PARENT, ROOT, extract(epoch "
@@ -353,13 +347,6 @@ void PersistencyPostgres::retrieveObject(const std::string& uuid, int& id, std::
     if (rows.empty()) fail(__PRETTY_FUNCTION__, "can't find in N");
     id = integerOf(rows.front()[0]);
     retrieveRow(rows, tag, description, type, parent, root, created, updated);
-}
-
-void PersistencyPostgres::retrieveChildren(int id, std::vector<std::pair<int, std::string>>& children) {
-    children.clear();
-    for (const SqlRow& row : query(sqlFormat("SELECT ID,TRIM(TYPE) FROM N WHERE PARENT=%d ORDER BY ID", id),
-                                   __PRETTY_FUNCTION__))
-        if (integerOf(row[0]) != id) children.emplace_back(integerOf(row[0]), row[1].value_or("")); // a root is its own parent
 }
 
 void PersistencyPostgres::update(int id) {

@@ -9,6 +9,7 @@
 #include <tarvo/persistency/StringVector.h>
 #include <tarvo/utility/Log.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdarg>
 #include <cstdlib>
@@ -57,9 +58,19 @@ bool PersistencySql::flagValue(const std::optional<std::string>& text) {
     return text && (*text == "t" || *text == "1" || *text == "true");
 }
 
+// Every write comes in a transaction, so what was read of the store is dropped here.
 void PersistencySql::push_transaction() {
-    if (depth_ == 0) begin();
+    readBlock_.reset();
+    if (depth_ == 0) {
+        updateBlock_.reset();
+        begin();
+    }
     ++depth_;
+}
+
+void PersistencySql::forgetBlocks() {
+    readBlock_.reset();
+    updateBlock_.reset();
 }
 
 void PersistencySql::pop_transaction() {
@@ -76,8 +87,70 @@ int PersistencySql::getId() {
 
 void PersistencySql::removeObject(int id) {
     push_transaction();
+    updateBlock_.reset();
     for (const std::string& statement : dialect_.removeBlock) execute(sqlFormat(statement.c_str(), id, id, id), "removeObject");
     pop_transaction();
+}
+
+// ---- blocks -----------------------------------------------------------------------------------------
+
+std::unique_ptr<StoreBlock> PersistencySql::loadBlock(int id) {
+    SqlRows nodes = query(sqlFormat(dialect_.selectBlock.c_str(), id, id, id), "read N");
+    int range = 1; // an id not in the store makes a block of itself, with no rows
+    SqlRows children;
+    for (const SqlRow& row : nodes) {
+        if (integerOf(row[0]) == id) range = std::max(1, integerOf(row[9]));
+        children.push_back({row[5], row[0], row[4]}); // PARENT, ID, TYPE
+    }
+    auto block = std::make_unique<StoreBlock>(id, id + range);
+    block->rows("N", id, [&] { return std::move(nodes); });
+    block->rows("children", id, [&] { return std::move(children); });
+    return block;
+}
+
+StoreBlock& PersistencySql::readBlock(int id) {
+    if (!readBlock_ || !readBlock_->covers(id)) readBlock_ = loadBlock(id);
+    return *readBlock_;
+}
+
+StoreBlock& PersistencySql::updateBlock(int id) {
+    if (!updateBlock_ || !updateBlock_->covers(id)) updateBlock_ = loadBlock(id);
+    return *updateBlock_;
+}
+
+const SqlRows& PersistencySql::scalarRows(int id, const char* table, const std::string& sql) {
+    StoreBlock& block = readBlock(id);
+    return block.rows(table, id, [&] {
+        return query(sqlFormat(sql.c_str(), block.first(), block.last()), std::string("read ") + table);
+    });
+}
+
+const SqlRows& PersistencySql::vectorRows(StoreBlock& block, int id, const char* table, const char* link) {
+    return block.rows(table, id, [&] {
+        return query(sqlFormat(dialect_.selectVectors.c_str(), table, table, link, block.first(), block.last()),
+                     std::string("read ") + table);
+    });
+}
+
+void PersistencySql::retrieveObject(int id, std::string& uuid, std::string& tag, std::string& description,
+                                    std::string& type, int& parent, int& root, double& created, double& updated) {
+    const SqlRows& rows = readBlock(id).rows("N", id, [] { return SqlRows(); });
+    if (rows.empty()) fail(__PRETTY_FUNCTION__, "can't find in N");
+    const SqlRow& row = rows.front();
+    uuid = textOf(row[1]);
+    tag = textOf(row[2]);
+    description = textOf(row[3]);
+    type = textOf(row[4]);
+    parent = integerOf(row[5]);
+    root = integerOf(row[6]);
+    created = numberOf(row[7]);
+    updated = numberOf(row[8]);
+}
+
+void PersistencySql::retrieveChildren(int id, std::vector<std::pair<int, std::string>>& children) {
+    children.clear();
+    for (const SqlRow& row : readBlock(id).rows("children", id, [] { return SqlRows(); }))
+        if (integerOf(row[1]) != id) children.emplace_back(integerOf(row[1]), textOf(row[2])); // a root is its own parent
 }
 
 template <typename Item> int PersistencySql::ownerId(const Item& item, int offset, const char* table) {
@@ -123,43 +196,43 @@ void PersistencySql::insert(const StringMap& items, int offset) {
 // item from its class, and an item without a row keeps its constructor's value.
 void PersistencySql::read(int id, const IntegerMap& items) {
     if (items.empty()) return;
-    for (const SqlRow& row : query(sqlFormat(dialect_.readI.c_str(), id), "read I")) {
-        const auto it = items.find(textOf(row[0]));
+    for (const SqlRow& row : scalarRows(id, "I", dialect_.readI)) {
+        const auto it = items.find(textOf(row[1]));
         if (it == items.end()) {
-            TARVO_LOG(5) << "skipping " << textOf(row[0]);
+            TARVO_LOG(5) << "skipping " << textOf(row[1]);
             continue;
         }
-        it->second->value() = integerOf(row[1]);
+        it->second->value() = integerOf(row[2]);
         TARVO_LOG(4) << "reading " << it->first << " = " << it->second->value();
     }
 }
 
 void PersistencySql::read(int id, const QuantityMap& items) {
     if (items.empty()) return;
-    for (const SqlRow& row : query(sqlFormat(dialect_.readQ.c_str(), id), "read Q")) {
-        const auto it = items.find(textOf(row[0]));
+    for (const SqlRow& row : scalarRows(id, "Q", dialect_.readQ)) {
+        const auto it = items.find(textOf(row[1]));
         if (it == items.end()) {
-            TARVO_LOG(5) << "skipping " << textOf(row[0]);
+            TARVO_LOG(5) << "skipping " << textOf(row[1]);
             continue;
         }
         Quantity& q = *it->second;
-        q = Value(numberOf(row[1]), textOf(row[2]));
+        q = Value(numberOf(row[2]), textOf(row[3]));
         // A flag stored false does not lower one that the constructor has raised.
-        if (flagValue(row[3])) q.setInput();
-        if (flagValue(row[4])) q.setOutput();
+        if (flagValue(row[4])) q.setInput();
+        if (flagValue(row[5])) q.setOutput();
         TARVO_LOG(4) << "reading " << it->first << " = " << q.toDouble();
     }
 }
 
 void PersistencySql::read(int id, const StringMap& items) {
     if (items.empty()) return;
-    for (const SqlRow& row : query(sqlFormat(dialect_.readS.c_str(), id), "read S")) {
-        const auto it = items.find(textOf(row[0]));
+    for (const SqlRow& row : scalarRows(id, "S", dialect_.readS)) {
+        const auto it = items.find(textOf(row[1]));
         if (it == items.end()) {
-            TARVO_LOG(5) << "skipping " << textOf(row[0]);
+            TARVO_LOG(5) << "skipping " << textOf(row[1]);
             continue;
         }
-        it->second->value() = textOf(row[1]);
+        it->second->value() = textOf(row[2]);
         TARVO_LOG(4) << "reading " << it->first << " = " << it->second->value();
     }
 }
@@ -195,6 +268,7 @@ void PersistencySql::insertVectors(const Map& items, int offset, const char* tab
                                    Parameter parameter) {
     if (items.empty()) return;
     push_transaction();
+    updateBlock_.reset(); // the vectors it lists are no longer all
     constexpr bool quantities = std::is_same_v<Map, QuantityVectorMap> || std::is_same_v<Map, QuantityMatrixMap>;
     const std::string context = std::string("insert into ") + table;
     const auto vectors =
@@ -218,26 +292,44 @@ void PersistencySql::insertVectors(const Map& items, int offset, const char* tab
     pop_transaction();
 }
 
-template <typename Map, typename Assign>
-void PersistencySql::readVectors(int id, const Map& items, const char* table, const char* link, Assign assign) {
-    if (items.empty()) return;
-    for (const SqlRow& row : query(sqlFormat(dialect_.selectVectors.c_str(), table, id), std::string("read ") + table)) {
-        const auto it = items.find(textOf(row[1]));
-        if (it == items.end()) {
-            TARVO_LOG(5) << "skipping " << textOf(row[1]);
-            continue;
-        }
-        const SqlRows values = query(sqlFormat(dialect_.selectVectorValues.c_str(), table, link, integerOf(row[0])),
-                                     std::string("read ") + table + "V");
-        auto& item = *it->second;
-        item.resize(values.size());
-        for (std::size_t i = 0; i < values.size(); ++i) assign(item.value()[i], values[i][0]);
-        TARVO_LOG(4) << "reading " << it->first << " with " << values.size() << " values";
+namespace {
+
+// Calls visit(tag, first, last) for each vector among the rows of one node, [first, last) being its
+// rows: one per value, or one with a null value ID for a vector without values.
+template <typename Visit> void forEachVector(const SqlRows& rows, Visit visit) {
+    for (auto first = rows.begin(); first != rows.end();) {
+        auto last = first;
+        while (last != rows.end() && (*last)[1] == (*first)[1]) ++last;
+        visit(textOf((*first)[2]), first, last);
+        first = last;
     }
 }
 
-// A vector of unchanged size is rewritten in place, element i into the value row MIN(ID) + i (the rows of
-// one vector are written by one loop in one transaction); a vector that changed size is written anew.
+std::size_t valueCount(SqlRows::const_iterator first, SqlRows::const_iterator last) {
+    return (*first)[3] ? static_cast<std::size_t>(last - first) : 0;
+}
+
+} // namespace
+
+template <typename Map, typename Assign>
+void PersistencySql::readVectors(int id, const Map& items, const char* table, const char* link, Assign assign) {
+    if (items.empty()) return;
+    forEachVector(vectorRows(readBlock(id), id, table, link), [&](const std::string& tag, auto first, auto last) {
+        const auto it = items.find(tag);
+        if (it == items.end()) {
+            TARVO_LOG(5) << "skipping " << tag;
+            return;
+        }
+        auto& item = *it->second;
+        const std::size_t n = valueCount(first, last);
+        item.resize(n);
+        for (std::size_t i = 0; i < n; ++i) assign(item.value()[i], first[i][4]);
+        TARVO_LOG(4) << "reading " << it->first << " with " << n << " values";
+    });
+}
+
+// A vector of unchanged size is rewritten in place, element i into the value row of the i-th smallest
+// ID; a vector that changed size is written anew, after which the block reads the table again.
 template <typename Map, typename Parameter>
 void PersistencySql::updateVectors(int id, const Map& items, const char* table, const char* link,
                                    Parameter parameter) {
@@ -245,30 +337,36 @@ void PersistencySql::updateVectors(int id, const Map& items, const char* table, 
     push_transaction();
     const std::string context = std::string("update ") + table;
     std::unique_ptr<SqlStatement> inPlace, values;
-    for (const SqlRow& row : query(sqlFormat(dialect_.selectVectors.c_str(), table, id), context)) {
-        const auto it = items.find(textOf(row[1]));
+    bool rewritten = false;
+    StoreBlock& block = updateBlock(id);
+    forEachVector(vectorRows(block, id, table, link), [&](const std::string& tag, auto first, auto last) {
+        const auto it = items.find(tag);
         if (it == items.end()) {
-            TARVO_LOG(5) << "skipping " << textOf(row[1]);
-            continue;
+            TARVO_LOG(5) << "skipping " << tag;
+            return;
         }
         const auto& item = *it->second;
-        const int vid = integerOf(row[0]);
+        const int vid = integerOf((*first)[1]);
+        const std::size_t n = valueCount(first, last);
         TARVO_LOG(4) << "updating " << it->first;
-        const SqlRows count = query(sqlFormat(dialect_.countVectorValues.c_str(), table, link, vid), context);
-        const int n = integerOf(count.front()[0]), first = integerOf(count.front()[1]);
         TARVO_LOG(4) << "count_id = " << n << " vector size = " << item.size();
-        if (n == static_cast<int>(item.size())) {
+        if (n == item.size()) {
             if (!inPlace)
                 inPlace = prepare("PupdateVVTBL", sqlFormat(dialect_.updateVectorValue.c_str(), table), context + "V");
-            for (int i = 0; i < n; ++i) inPlace->run({parameter(item.value()[i]), SqlParameter::of(first + i)});
+            // A row gone since the block was read (another kernel rewrote the vector) fails the transaction.
+            for (std::size_t i = 0; i < n; ++i)
+                inPlace->run({parameter(item.value()[i]), SqlParameter::of(integerOf(first[i][3]))},
+                             sqlFormat("Record %s not found!", tag.c_str()));
         } else {
             lockAllocation();
             execute(sqlFormat(dialect_.deleteVectorValues.c_str(), table, link, vid), context + "V");
             if (!values)
                 values = prepare("PinsertVVTBL", sqlFormat(dialect_.insertVectorValue.c_str(), table, link), context + "V");
             for (const auto& element : item.value()) values->run({SqlParameter::of(vid), parameter(element)});
+            rewritten = true;
         }
-    }
+    });
+    if (rewritten) block.forget(table);
     inPlace.reset();
     values.reset();
     pop_transaction();

@@ -17,12 +17,13 @@ const SqlDialect sqlite{
     "INSERT INTO %sV (%s,VALUE) values(?, ?)",
     "UPDATE %s SET VALUE=? WHERE TAG=? AND NID=%d",
     "UPDATE %sV SET VALUE=? WHERE ID=?",
-    "select trim(TAG), VALUE from I where NID = %d",
-    "select trim(TAG), VALUE, TRIM(UNIT), INPUT, OUTPUT from Q where NID = %d",
-    "select trim(TAG), VALUE from S where NID = %d",
-    "SELECT ID, trim(TAG) FROM %s WHERE NID=%d",
-    "SELECT COUNT(*), MIN(ID) FROM %sV WHERE %s=%d",
-    "SELECT VALUE FROM %sV WHERE %s=%d ORDER BY ID",
+    "select ID, UUID, TAG, DESCRIPTION, TYPE, PARENT, ROOT, strftime('%%s', CREATED_AT), strftime('%%s', UPDATED_AT), "
+    "RANGE from N where ID >= %d and ID < %d + (select RANGE from N where ID = %d) order by ID",
+    "select NID, trim(TAG), VALUE from I where NID >= %d and NID < %d",
+    "select NID, trim(TAG), VALUE, TRIM(UNIT), INPUT, OUTPUT from Q where NID >= %d and NID < %d",
+    "select NID, trim(TAG), VALUE from S where NID >= %d and NID < %d",
+    "SELECT V.NID, V.ID, trim(V.TAG), W.ID, W.VALUE FROM %s V LEFT JOIN %sV W ON W.%s = V.ID "
+    "WHERE V.NID >= %d AND V.NID < %d ORDER BY V.ID, W.ID",
     "DELETE FROM %sV WHERE %s=%d",
     {"delete from ivv where vid IN (SELECT id FROM iv where nid >= %d and nid < %d + (select range from n where id = %d))",
      "delete from svv where vid IN (SELECT id FROM sv where nid >= %d and nid < %d + (select range from n where id = %d))",
@@ -289,6 +290,7 @@ void PersistencySqlite::begin() { execute("begin exclusive transaction", "can't 
 void PersistencySqlite::commit() { execute("commit transaction", "can't commit transaction"); }
 
 void PersistencySqlite::purge(const std::string& table, int id) {
+    forgetBlocks();
     std::string sql = "delete from " + table;
     if (id != -1) sql += (table == "N" ? " where ID = " : " where NID = ") + std::to_string(id);
     execute(sql, "can't purge table " + table);
@@ -307,6 +309,7 @@ int PersistencySqlite::countCID(int id, const std::string& table) {
 }
 
 void PersistencySqlite::remove(int id, const std::string& table) {
+    forgetBlocks();
     execute("delete from " + table + " where ID=" + std::to_string(id), "can't remove from table " + table);
 }
 
@@ -325,24 +328,6 @@ int PersistencySqlite::insertObject(Node& node, int offset) {
     return id;
 }
 
-void PersistencySqlite::retrieveObject(int id, std::string& uuid, std::string& tag, std::string& description,
-                                       std::string& type, int& parent, int& root, double& created, double& updated) {
-    const SqlRows rows = query(sqlFormat("select UUID, TAG, DESCRIPTION, TYPE, PARENT, ROOT, strftime('%%s', CREATED_AT), "
-                                         "strftime('%%s', UPDATED_AT) from N where ID=%d",
-                                         id),
-                               "can't find in N");
-    if (rows.empty()) fail("PersistencySqlite::retrieveObject", "can't find in N");
-    const SqlRow& r = rows.front();
-    uuid = r[0].value_or("");
-    tag = r[1].value_or("");
-    description = r[2].value_or("");
-    type = r[3].value_or("");
-    parent = integerOf(r[4]);
-    root = integerOf(r[5]);
-    created = numberOf(r[6]);
-    updated = numberOf(r[7]);
-}
-
 void PersistencySqlite::retrieveObject(const std::string& uuid, int& id, std::string& tag, std::string& description,
                                        std::string& type, int& parent, int& root, double& created, double& updated) {
     const SqlRows rows = query(sqlFormat("select ID, TAG, DESCRIPTION, TYPE, PARENT, ROOT, strftime('%%s', CREATED_AT), "
@@ -359,13 +344,6 @@ void PersistencySqlite::retrieveObject(const std::string& uuid, int& id, std::st
     root = integerOf(r[5]);
     created = numberOf(r[6]);
     updated = numberOf(r[7]);
-}
-
-void PersistencySqlite::retrieveChildren(int id, std::vector<std::pair<int, std::string>>& children) {
-    children.clear();
-    for (const SqlRow& row : query(sqlFormat("select ID, TYPE from N where PARENT = %d ORDER BY ID", id),
-                                   "can't read children in N"))
-        if (integerOf(row[0]) != id) children.emplace_back(integerOf(row[0]), row[1].value_or(""));
 }
 
 void PersistencySqlite::update(int id) {

@@ -115,6 +115,50 @@ TEST_F(Store, UpdateRewritesValuesAndResizedVectors) {
     EXPECT_EQ(dynamic_cast<Plant&>(*back).labels.size(), 5u);
 }
 
+// The store keeps what it read of a tree only until the next write: each update below reads rows that
+// the one before has rewritten, in transactions of their own and in one around them all.
+TEST_F(Store, SuccessiveUpdatesOfOneTreeReadBackWhatWasWritten) {
+    std::unique_ptr<Plant> plant = filledPlant();
+    const int id = plant->insert(&store_);
+    for (const bool oneTransaction : {false, true}) {
+        if (oneTransaction) store_.push_transaction();
+        for (std::size_t size : {5u, 2u, 2u, 4u}) {
+            plant->labels.resize(size);
+            plant->labels[size - 1] = "last of " + std::to_string(size);
+            plant->x[0] = Value(0.1 * static_cast<double>(size));
+            plant->update(&store_);
+        }
+        if (oneTransaction) store_.pop_transaction();
+        std::unique_ptr<Node> back = retrieve(store_, id);
+        EXPECT_TRUE(back->equals(*plant)) << (oneTransaction ? "in one transaction" : "one by one");
+    }
+}
+
+// A tree is read with one query for its nodes and one per table, however many nodes it has.
+TEST_F(Store, RetrievalReadsEachTableOnce) {
+    std::unique_ptr<Plant> plant = filledPlant();
+    const int id = plant->insert(&store_);
+    const long before = store_.statements();
+    std::unique_ptr<Node> back = retrieve(store_, id);
+    EXPECT_TRUE(back->equals(*plant));
+    EXPECT_LE(store_.statements() - before, 8); // N, I, Q, S and the four tables of vectors
+    EXPECT_GE(store_.statements() - before, 4);
+
+    // A node of the tree read on its own comes from the block of that node.
+    std::string uuid, tag, description, type;
+    int parent = -1, root = -1;
+    double created = 0, updated = 0;
+    const int section = static_cast<int>(plant->at("S01").id());
+    PersistencyPostgres other(database_.connection());
+    other.retrieveObject(section, uuid, tag, description, type, parent, root, created, updated);
+    EXPECT_EQ(tag, "S01");
+    EXPECT_EQ(parent, id);
+    std::vector<std::pair<int, std::string>> children;
+    other.retrieveChildren(section, children);
+    ASSERT_EQ(children.size(), 1u);
+    EXPECT_EQ(children[0].second, plant->at("S01:Tphase").type());
+}
+
 TEST_F(Store, VectorOfTheSameSizeKeepsItsRowIdentifiers) {
     std::unique_ptr<Plant> plant = filledPlant();
     plant->insert(&store_);

@@ -40,11 +40,9 @@ public:
     void remove(int id, const std::string& table) override;
     int countCID(int id, const std::string& table) override;
     int insertObject(Node& node, int offset) override;
-    void retrieveObject(int id, std::string& uuid, std::string& tag, std::string& description, std::string& type,
-                        int& parent, int& root, double& created, double& updated) override;
+    using PersistencySql::retrieveObject; // by id, through the block
     void retrieveObject(const std::string& uuid, int& id, std::string& tag, std::string& description,
                         std::string& type, int& parent, int& root, double& created, double& updated) override;
-    void retrieveChildren(int id, std::vector<std::pair<int, std::string>>& children) override;
     void update(int id) override;
     using PersistencySql::update;
     // A multi-user store supplies its own locks; this one has none.

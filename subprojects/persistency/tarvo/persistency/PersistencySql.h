@@ -2,6 +2,7 @@
 #define TARVO_PERSISTENCY_PERSISTENCYSQL_H
 
 #include <tarvo/persistency/Persistency.h>
+#include <tarvo/persistency/StoreBlock.h>
 
 #include <memory>
 #include <optional>
@@ -19,9 +20,6 @@ struct SqlParameter {
     static SqlParameter of(const std::string& v) { return {text, 0, 0, v}; }
     static SqlParameter flag(bool v) { return {boolean, v, 0, {}}; }
 };
-
-using SqlRow = std::vector<std::optional<std::string>>;
-using SqlRows = std::vector<SqlRow>;
 
 // A statement prepared once and run for every item of a map. A driver may send it on without waiting
 // for the reply: failures then surface at the next point where the driver reads from the database, at
@@ -41,10 +39,11 @@ struct SqlDialect {
     std::string insertVectorValue;         // "%s" "%s": table, link column; parameters link, VALUE
     std::string updateScalar;              // "%s" "%d": table, NID; parameters VALUE, TAG
     std::string updateVectorValue;         // "%s": table; parameters VALUE, ID
-    std::string readI, readQ, readS;       // "%d": NID
-    std::string selectVectors;             // "%s" "%d": table, NID; columns ID, TAG
-    std::string countVectorValues;         // "%s" "%s" "%d": table, link, vector ID; columns COUNT, MIN(ID)
-    std::string selectVectorValues;        // "%s" "%s" "%d"; column VALUE, in ID order
+    std::string selectBlock; // "%d" thrice: the block's rows of N; ID, UUID, TAG, DESCRIPTION, TYPE, PARENT, ROOT,
+                             // CREATED_AT and UPDATED_AT in seconds, RANGE
+    std::string readI, readQ, readS; // "%d" "%d": NID from, NID below; columns NID, TAG, VALUE [, UNIT, INPUT, OUTPUT]
+    std::string selectVectors;       // "%s" "%s" "%s" "%d" "%d": table, table, link, NID from, NID below; columns
+                                     // NID, ID, TAG, value ID, VALUE by ID then value ID, a vector without values once
     std::string deleteVectorValues;        // "%s" "%s" "%d"
     std::vector<std::string> removeBlock;  // each with "%d" three times
     std::string getId;
@@ -64,6 +63,9 @@ public:
     void pop_transaction() override;
     int getId() override;
     void removeObject(int id) override;
+    void retrieveObject(int id, std::string& uuid, std::string& tag, std::string& description, std::string& type,
+                        int& parent, int& root, double& created, double& updated) override;
+    void retrieveChildren(int id, std::vector<std::pair<int, std::string>>& children) override;
 
     void insert(const IntegerMap& items, int offset) override;
     void read(int id, const IntegerMap& items) override;
@@ -109,12 +111,22 @@ protected:
     [[noreturn]] virtual void fail(const std::string& context, const std::string& text) = 0;
     // Booleans as the database gives them back.
     static bool flagValue(const std::optional<std::string>& text);
+    // Drops what was read of the store, for a driver's own writes.
+    void forgetBlocks();
 
     long statements_ = 0;
     int depth_ = 0;
     const SqlDialect& dialect_;
 
 private:
+    // The block of node id read for retrieval, loaded when no block holds id; dropped by every write.
+    StoreBlock& readBlock(int id);
+    // The block of node id whose vectors the current transaction updates. It outlives the updates, which
+    // leave the rows it lists in place, and is dropped when vectors are written anew or inserted.
+    StoreBlock& updateBlock(int id);
+    std::unique_ptr<StoreBlock> loadBlock(int id);
+    const SqlRows& scalarRows(int id, const char* table, const std::string& sql);
+    const SqlRows& vectorRows(StoreBlock& block, int id, const char* table, const char* link);
     template <typename Map, typename Parameter>
     void insertVectors(const Map& items, int offset, const char* table, const char* link, Parameter parameter);
     template <typename Map, typename Assign>
@@ -124,6 +136,8 @@ private:
     template <typename Map, typename Parameter>
     void updateScalars(int id, const Map& items, const char* table, Parameter parameter);
     template <typename Item> int ownerId(const Item& item, int offset, const char* table);
+
+    std::unique_ptr<StoreBlock> readBlock_, updateBlock_;
 };
 
 // sprintf into a std::string.
