@@ -3,13 +3,14 @@
 #include <algorithm>
 #include <cstring>
 
-template <typename V> SparseDerivatives<V>* SparseDerivatives<V>::create(int capacity) {
+template <typename V> SparseDerivatives<V>* SparseDerivatives<V>::create(int capacity) noexcept {
     static_assert(sizeof(SparseDerivatives) % alignof(Entry) == 0, "the entries follow the header aligned");
     void* block = ::operator new(sizeof(SparseDerivatives) + sizeof(Entry) * capacity);
     return new (block) SparseDerivatives(capacity);
 }
 
-template <typename V> SparseDerivatives<V>* SparseDerivatives<V>::copy(const SparseDerivatives& o, int capacity) {
+template <typename V>
+SparseDerivatives<V>* SparseDerivatives<V>::copy(const SparseDerivatives& o, int capacity) noexcept {
     SparseDerivatives* list = create(capacity);
     std::memcpy(static_cast<void*>(list->entries()), o.entries(), sizeof(Entry) * o.size_);
     list->size_ = o.size_;
@@ -17,7 +18,8 @@ template <typename V> SparseDerivatives<V>* SparseDerivatives<V>::copy(const Spa
 }
 
 template <typename V>
-SparseDerivatives<V>* SparseDerivatives<V>::combine(V a, const SparseDerivatives* x, V b, const SparseDerivatives* y) {
+SparseDerivatives<V>* SparseDerivatives<V>::combine(V a, const SparseDerivatives* x, V b,
+                                                    const SparseDerivatives* y) noexcept {
     const Entry *ix = x ? x->begin() : nullptr, *xEnd = x ? x->end() : nullptr;
     const Entry *iy = y ? y->begin() : nullptr, *yEnd = y ? y->end() : nullptr;
     SparseDerivatives* out = create(int((xEnd - ix) + (yEnd - iy)));
@@ -46,7 +48,8 @@ template <typename V> V SparseDerivatives<V>::derivative(int i) const {
     return it != end() && it->first == i ? it->second : V(0);
 }
 
-template <typename V> SparseDerivatives<V>* SparseDerivatives<V>::set(SparseDerivatives* list, int i, V d) {
+template <typename V>
+SparseDerivatives<V>* SparseDerivatives<V>::set(SparseDerivatives* list, int i, V d) noexcept {
     if (!list) list = create(4);
     const int at = int(list->lowerBound(i) - list->begin());
     if (at < list->size_ && list->entries()[at].first == i) {

@@ -8,19 +8,25 @@
 // one heap block that holds the count and the entries. An active number refers to its list by a plain
 // pointer, which keeps the number trivially movable: the compiler then holds the temporaries of an
 // expression in registers, which it does not do for a number that embeds a container.
+//
+// Nothing here throws: should memory run out, the process ends. Were the arithmetic that calls these
+// able to throw, the compiler would prepare an unwinding path through every temporary of an
+// expression and keep them all in memory, which made arithmetic without derivatives half again as
+// slow; and no caller could do anything useful with a half-built list.
 template <typename V> class SparseDerivatives {
 public:
     using Entry = std::pair<int, V>;
 
     // An empty list with room for `capacity` entries.
-    static SparseDerivatives* create(int capacity);
-    static SparseDerivatives* copy(const SparseDerivatives& o) { return copy(o, o.size_); }
+    static SparseDerivatives* create(int capacity) noexcept;
+    static SparseDerivatives* copy(const SparseDerivatives& o) noexcept { return copy(o, o.size_); }
     static void destroy(SparseDerivatives* list) { ::operator delete(list); }
     // a*x + b*y, direction by direction; either list may be null, not both.
-    static SparseDerivatives* combine(V a, const SparseDerivatives* x, V b, const SparseDerivatives* y);
+    static SparseDerivatives* combine(V a, const SparseDerivatives* x, V b,
+                                      const SparseDerivatives* y) noexcept;
     // Sets the derivative of direction i, inserting the entry if missing; returns the list, which may
     // have moved.
-    static SparseDerivatives* set(SparseDerivatives* list, int i, V d);
+    static SparseDerivatives* set(SparseDerivatives* list, int i, V d) noexcept;
 
     Entry* begin() { return entries(); }
     Entry* end() { return entries() + size_; }
@@ -34,7 +40,7 @@ private:
     SparseDerivatives(int capacity) : capacity_(capacity) {}
     Entry* entries() { return reinterpret_cast<Entry*>(this + 1); }
     const Entry* entries() const { return reinterpret_cast<const Entry*>(this + 1); }
-    static SparseDerivatives* copy(const SparseDerivatives& o, int capacity);
+    static SparseDerivatives* copy(const SparseDerivatives& o, int capacity) noexcept;
     const Entry* lowerBound(int i) const;
     void append(int i, V d) { new (entries() + size_++) Entry(i, d); }
 

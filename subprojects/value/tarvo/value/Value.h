@@ -155,7 +155,9 @@ public:
         A::combineInto(r.value_, x / y, 1 / y, a.value_, -x / (y * y), b.value_);
         return r;
     }
-    TARVO_HOT friend GenericValue operator-(const GenericValue& a) { return scaled(a, -a.value_.val(), -1, a.units_); }
+    TARVO_HOT friend GenericValue operator-(const GenericValue& a) {
+        return scaled(a, -a.value_.val(), -1, a.units_);
+    }
     TARVO_HOT friend GenericValue operator+(const GenericValue& a, double c) {
         a.dimensionless(__PRETTY_FUNCTION__);
         return scaled(a, a.value_.val() + c, 1, a.units_);
@@ -223,12 +225,14 @@ public:
 
     friend GenericValue<Active> sqrt(const GenericValue<Active>& a);
     friend GenericValue<Active> curt(const GenericValue<Active>& a);
+    friend GenericValue<Active> fabs(const GenericValue<Active>& a);
 
     // The errors take units, not values, for the same reason.
     [[noreturn]] static void incompatible(const char* signature, CompactUnits a, CompactUnits b) {
         unitError(signature, "incompatible units", a, b);
     }
-    [[noreturn]] static void unitError(const char* signature, const char* text, CompactUnits a, CompactUnits b);
+    [[noreturn]] static void unitError(const char* signature, const char* text, CompactUnits a,
+                                       CompactUnits b);
     [[noreturn]] static void unitError(const char* signature, const char* text, CompactUnits a);
 
 private:
@@ -262,25 +266,75 @@ using Vector = std::vector<Value>;
 // The number with precision 12, a blank, then the units' text.
 std::ostream& operator<<(std::ostream& out, const Value& v);
 
-// Functions of dimensionless numbers; the results carry neither flag.
-Value exp(const Value& a);
-Value log(const Value& a);
-Value log10(const Value& a);
-Value sin(const Value& a);
-Value asin(const Value& a);
-Value cos(const Value& a);
-Value acos(const Value& a);
-Value tan(const Value& a);
-Value atan(const Value& a);
-Value sinh(const Value& a);
-Value cosh(const Value& a);
-Value pow(const Value& a, double r);
-Value pow(const Value& a, const Value& b);
+// Functions of dimensionless numbers; the results carry neither flag. Inline, as model code calls
+// them in its innermost loops.
+namespace ValueFunctions {
+
+template <typename F> inline Value ofDimensionless(const char* signature, const Value& a, F f) {
+    a.dimensionless(signature);
+    return Value(f(a.active()));
+}
+
+} // namespace ValueFunctions
+
+inline Value exp(const Value& a) {
+    return ValueFunctions::ofDimensionless(__PRETTY_FUNCTION__, a, [](const Active& x) { return exp(x); });
+}
+inline Value log(const Value& a) {
+    return ValueFunctions::ofDimensionless(__PRETTY_FUNCTION__, a, [](const Active& x) { return log(x); });
+}
+inline Value log10(const Value& a) {
+    return ValueFunctions::ofDimensionless(__PRETTY_FUNCTION__, a, [](const Active& x) { return log10(x); });
+}
+inline Value sin(const Value& a) {
+    return ValueFunctions::ofDimensionless(__PRETTY_FUNCTION__, a, [](const Active& x) { return sin(x); });
+}
+inline Value asin(const Value& a) {
+    return ValueFunctions::ofDimensionless(__PRETTY_FUNCTION__, a, [](const Active& x) { return asin(x); });
+}
+inline Value cos(const Value& a) {
+    return ValueFunctions::ofDimensionless(__PRETTY_FUNCTION__, a, [](const Active& x) { return cos(x); });
+}
+inline Value acos(const Value& a) {
+    return ValueFunctions::ofDimensionless(__PRETTY_FUNCTION__, a, [](const Active& x) { return acos(x); });
+}
+inline Value tan(const Value& a) {
+    return ValueFunctions::ofDimensionless(__PRETTY_FUNCTION__, a, [](const Active& x) { return tan(x); });
+}
+inline Value atan(const Value& a) {
+    return ValueFunctions::ofDimensionless(__PRETTY_FUNCTION__, a, [](const Active& x) { return atan(x); });
+}
+inline Value sinh(const Value& a) {
+    return ValueFunctions::ofDimensionless(__PRETTY_FUNCTION__, a, [](const Active& x) { return sinh(x); });
+}
+inline Value cosh(const Value& a) {
+    return ValueFunctions::ofDimensionless(__PRETTY_FUNCTION__, a, [](const Active& x) { return cosh(x); });
+}
+inline Value pow(const Value& a, double r) {
+    return ValueFunctions::ofDimensionless(__PRETTY_FUNCTION__, a,
+                                           [r](const Active& x) { return pow(x, r); });
+}
+inline Value pow(const Value& a, const Value& b) {
+    b.dimensionless(__PRETTY_FUNCTION__);
+    return ValueFunctions::ofDimensionless(__PRETTY_FUNCTION__, a,
+                                           [&b](const Active& x) { return pow(x, b.active()); });
+}
 // Halves every exponent; the first eight must be even.
-Value sqrt(const Value& a);
+inline Value sqrt(const Value& a) {
+    CompactUnits units = a.units_;
+    if (!units.halve()) Value::unitError(__PRETTY_FUNCTION__, "dimension exponents must be even", a.units_);
+    return Value(sqrt(a.active()), units);
+}
 // Cube root: thirds every exponent; the first eight must be multiples of three.
-Value curt(const Value& a);
-Value fabs(const Value& a);
+inline Value curt(const Value& a) {
+    CompactUnits units = a.units_;
+    if (!units.divide(3))
+        Value::unitError(__PRETTY_FUNCTION__, "dimension exponents must be multiple of three", a.units_);
+    return Value(curt(a.active()), units);
+}
+inline Value fabs(const Value& a) {
+    return Value(fabs(a.active()), a.units_);
+}
 
 // Constants of the whole system.
 inline const Value T0(298.15, UnitArray(0, 0, 0, 0, 0, 0, 1, 0, 0));     // reference temperature, K
