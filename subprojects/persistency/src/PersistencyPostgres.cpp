@@ -58,7 +58,6 @@ std::string parameterText(const SqlParameter& p) {
     return p.s;
 }
 
-double numberOf(const std::optional<std::string>& text) { return text ? std::strtod(text->c_str(), nullptr) : 0.0; }
 int integerOf(const std::optional<std::string>& text) { return text ? std::atoi(text->c_str()) : 0; }
 
 } // namespace
@@ -326,18 +325,6 @@ int PersistencyPostgres::insertObject(Node& node, int offset) {
     return id;
 }
 
-void PersistencyPostgres::retrieveRow(const SqlRows& rows, std::string& tag, std::string& description,
-                                      std::string& type, int& parent, int& root, double& created, double& updated) {
-    const SqlRow& row = rows.front();
-    tag = row[1].value_or("");
-    description = row[2].value_or("");
-    type = row[3].value_or("");
-    parent = integerOf(row[4]);
-    root = integerOf(row[5]);
-    created = numberOf(row[6]);
-    updated = numberOf(row[7]);
-}
-
 void PersistencyPostgres::retrieveObject(const std::string& uuid, int& id, std::string& tag, std::string& description,
                                          std::string& type, int& parent, int& root, double& created, double& updated) {
     const SqlRows rows = query(sqlFormat("SELECT ID, TRIM(TAG), TRIM(DESCRIPTION), TRIM(TYPE), PARENT, ROOT, extract(epoch "
@@ -346,7 +333,7 @@ void PersistencyPostgres::retrieveObject(const std::string& uuid, int& id, std::
                                __PRETTY_FUNCTION__);
     if (rows.empty()) fail(__PRETTY_FUNCTION__, "can't find in N");
     id = integerOf(rows.front()[0]);
-    retrieveRow(rows, tag, description, type, parent, root, created, updated);
+    nodeFields(rows.front(), 1, tag, description, type, parent, root, created, updated);
 }
 
 void PersistencyPostgres::update(int id) {

@@ -136,15 +136,19 @@ void PersistencySql::retrieveObject(int id, std::string& uuid, std::string& tag,
                                     std::string& type, int& parent, int& root, double& created, double& updated) {
     const SqlRows& rows = readBlock(id).rows("N", id, [] { return SqlRows(); });
     if (rows.empty()) fail(__PRETTY_FUNCTION__, "can't find in N");
-    const SqlRow& row = rows.front();
-    uuid = textOf(row[1]);
-    tag = textOf(row[2]);
-    description = textOf(row[3]);
-    type = textOf(row[4]);
-    parent = integerOf(row[5]);
-    root = integerOf(row[6]);
-    created = numberOf(row[7]);
-    updated = numberOf(row[8]);
+    uuid = textOf(rows.front()[1]);
+    nodeFields(rows.front(), 2, tag, description, type, parent, root, created, updated);
+}
+
+void PersistencySql::nodeFields(const SqlRow& row, std::size_t tagColumn, std::string& tag, std::string& description,
+                                std::string& type, int& parent, int& root, double& created, double& updated) {
+    tag = textOf(row[tagColumn]);
+    description = textOf(row[tagColumn + 1]);
+    type = textOf(row[tagColumn + 2]);
+    parent = integerOf(row[tagColumn + 3]);
+    root = integerOf(row[tagColumn + 4]);
+    created = numberOf(row[tagColumn + 5]);
+    updated = numberOf(row[tagColumn + 6]);
 }
 
 void PersistencySql::retrieveChildren(int id, std::vector<std::pair<int, std::string>>& children) {

@@ -149,7 +149,6 @@ CREATE TABLE SVV (
 )";
 
 int integerOf(const std::optional<std::string>& text) { return text ? std::atoi(text->c_str()) : 0; }
-double numberOf(const std::optional<std::string>& text) { return text ? std::strtod(text->c_str(), nullptr) : 0.0; }
 
 // The related objects of `id`: its ancestors and descendants as recorded in TC, and itself.
 const char* const related = "ID IN ( SELECT finish FROM TC WHERE (start = %ld) OR (finish = %ld) UNION select %ld )";
@@ -335,15 +334,8 @@ void PersistencySqlite::retrieveObject(const std::string& uuid, int& id, std::st
                                          uuid.c_str()),
                                "can't find in N");
     if (rows.empty()) fail("PersistencySqlite::retrieveObject", "can't find in N");
-    const SqlRow& r = rows.front();
-    id = integerOf(r[0]);
-    tag = r[1].value_or("");
-    description = r[2].value_or("");
-    type = r[3].value_or("");
-    parent = integerOf(r[4]);
-    root = integerOf(r[5]);
-    created = numberOf(r[6]);
-    updated = numberOf(r[7]);
+    id = integerOf(rows.front()[0]);
+    nodeFields(rows.front(), 1, tag, description, type, parent, root, created, updated);
 }
 
 void PersistencySqlite::update(int id) {

@@ -81,8 +81,6 @@ private:
     std::string failureText(pg_result* result, const std::string& sql) const;
     void leavePipeline();
     std::string escape(const std::string& text);
-    void retrieveRow(const SqlRows& rows, std::string& tag, std::string& description, std::string& type, int& parent,
-                     int& root, double& created, double& updated);
 
     pg_conn* connection_ = nullptr;
     std::string lastError_;

@@ -111,6 +111,10 @@ protected:
     [[noreturn]] virtual void fail(const std::string& context, const std::string& text) = 0;
     // Booleans as the database gives them back.
     static bool flagValue(const std::optional<std::string>& text);
+    // The fields of a row of N from column `tagColumn` on: TAG, DESCRIPTION, TYPE, PARENT, ROOT, and
+    // CREATED_AT and UPDATED_AT in seconds.
+    static void nodeFields(const SqlRow& row, std::size_t tagColumn, std::string& tag, std::string& description,
+                           std::string& type, int& parent, int& root, double& created, double& updated);
     // Drops what was read of the store, for a driver's own writes.
     void forgetBlocks();
 
