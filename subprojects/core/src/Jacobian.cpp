@@ -27,6 +27,8 @@ void Jacobian::release_() {
     dense_.shrink_to_fit();
     pivots_.clear();
     pivots_.shrink_to_fit();
+    patternColumns_.clear();
+    patternRows_.clear();
 }
 
 void Jacobian::freeFactors_() {
@@ -180,10 +182,16 @@ void Jacobian::multiplyTransposed(const double* v, double* out) const {
 
 int Jacobian::decompose() {
     if (sparse_) {
-        freeFactors_();
-        // Ordering 2: minimum degree on A'A, with dense rows dropped, the choice for LU.
-        symbolic_ = cs_di_sqr(2, sparse_, 0);
-        if (!symbolic_) return 1;
+        if (numeric_) numeric_ = cs_di_nfree(numeric_);
+        if (!symbolic_ || !samePattern_()) {
+            if (symbolic_) symbolic_ = cs_di_sfree(symbolic_);
+            // Ordering 2: minimum degree on A'A, with dense rows dropped, the choice for LU.
+            symbolic_ = cs_di_sqr(2, sparse_, 0);
+            if (!symbolic_) return 1;
+            const int entries = sparse_->p[n_];
+            patternColumns_.assign(sparse_->p, sparse_->p + n_ + 1);
+            patternRows_.assign(sparse_->i, sparse_->i + entries);
+        }
         numeric_ = cs_di_lu(sparse_, symbolic_, 0.001);
         if (!numeric_) return 1;
         if (!work_) work_ = static_cast<double*>(cs_di_malloc(static_cast<int>(n_), sizeof(double)));
@@ -263,8 +271,14 @@ int Jacobian::solve(double* b) {
 int Jacobian::solveAndFree(double* b) {
     int status = decompose();
     if (status == 0) status = solve(b);
-    freeFactors_();
+    if (numeric_) numeric_ = cs_di_nfree(numeric_);
     return status;
+}
+
+bool Jacobian::samePattern_() const {
+    const int entries = sparse_->p[n_];
+    return patternColumns_.size() == n_ + 1 && std::equal(sparse_->p, sparse_->p + n_ + 1, patternColumns_.begin()) &&
+           std::equal(sparse_->i, sparse_->i + entries, patternRows_.begin());
 }
 
 void Jacobian::print(std::ostream& out) const {

@@ -11,9 +11,7 @@ ObjectiveNleAd::ObjectiveNleAd(std::string name) : ObjectiveNleAuto(std::move(na
 
 void ObjectiveNleAd::operator()(double* X, double* y, Jacobian* J) {
     try {
-        prepare_(X, J);
-        calculateResiduals(residuals, 0);
-        packResults_(y, J, J ? chainFactors_(X) : nullptr);
+        evaluate_(X, y, J);
     } catch (Error& e) {
         e.append(TARVO_FUNCTION);
         throw;
@@ -50,15 +48,14 @@ void ObjectiveNleAd::addObjectiveFunction(ObjectiveNleAd& other) {
     }
 }
 
-void ObjectiveNleAd::prepare_(double* X, Jacobian* J) {
+void ObjectiveNleAd::setPoint_(double* X) {
     // The model sees its own numbers: the scalers translate on every evaluation.
     const unsigned n = size();
     for (unsigned i = 0; i < n; ++i)
         if (Value* u = unknown(i)) u->active() = scaler_[i].x(X[i]);
-    if (J) seed_();
 }
 
-const double* ObjectiveNleAd::chainFactors_(const double* X) {
+const double* ObjectiveNleAd::columnFactors_(const double* X) {
     const unsigned n = size();
     factors_.resize(n); // allocates on the first evaluation only
     for (unsigned i = 0; i < n; ++i)

@@ -10,9 +10,7 @@ ObjectiveNleAdVertex::ObjectiveNleAdVertex(std::string name) : ObjectiveNleAd(st
 
 void ObjectiveNleAdVertex::operator()(double* X, double* y, Jacobian* J) {
     try {
-        prepare_(X, J);
-        calculateResidualsLocal();
-        packResults_(y, J, J ? chainFactors_(X) : nullptr);
+        evaluate_(X, y, J);
     } catch (Error& e) {
         e.append(TARVO_FUNCTION);
         throw;

@@ -18,13 +18,57 @@ ObjectiveNleAuto::ObjectiveNleAuto(std::string name) : name_(std::move(name)) {}
 
 void ObjectiveNleAuto::operator()(double* x, double* y, Jacobian* J) {
     try {
-        prepare_(x, J);
-        calculateResiduals(residuals, 0);
-        packResults_(y, J, nullptr);
+        evaluate_(x, y, J);
     } catch (Error& e) {
-        // The context of a Jacobian evaluation stays pushed: the error ends the calculation.
         e.append(TARVO_FUNCTION);
         throw;
+    }
+}
+
+namespace {
+// One direction per unknown, each unknown the independent variable of its own, for the lifetime of the
+// object: the unknowns are released and the context popped however the evaluation ends.
+class Seeding {
+public:
+    explicit Seeding(ObjectiveNleAuto& objective) : objective_(objective), scope_(static_cast<int>(objective.size())) {
+        for (unsigned i = 0; i < objective.size(); ++i)
+            if (Value* u = objective.unknown(i)) u->active().setActive(static_cast<int>(i));
+    }
+    ~Seeding() { objective_.inactivate(); }
+    Seeding(const Seeding&) = delete;
+    Seeding& operator=(const Seeding&) = delete;
+
+private:
+    ObjectiveNleAuto& objective_;
+    ActiveContext::Scope scope_;
+};
+} // namespace
+
+void ObjectiveNleAuto::evaluate_(double* x, double* y, Jacobian* J) {
+    modelAtPoint_ = false;
+    // The numbers are written before the seeding, while no unknown is an independent variable: an active
+    // unknown is read-only.
+    setPoint_(x);
+    const unsigned n = size();
+    if (!J) {
+        fillResiduals_();
+        for (unsigned i = 0; i < n; ++i)
+            y[i] = residuals[i].toDouble();
+        modelAtPoint_ = true;
+        return;
+    }
+    Seeding seeding(*this);
+    fillResiduals_();
+    for (unsigned i = 0; i < n; ++i)
+        y[i] = residuals[i].toDouble();
+    assert(n == J->size());
+    J->fill(residuals, columnFactors_(x), columnSums_);
+    for (unsigned i = 0; i < n; ++i) {
+        if (columnSums_[i] == 0) {
+            TARVO_LOG(2) << "In the Jacobian of " << name_ << ", unknown "
+                         << (labels_[i].empty() ? std::to_string(i) : labels_[i])
+                         << " has no effect on any equation: singularity";
+        }
     }
 }
 
@@ -96,11 +140,8 @@ void ObjectiveNleAuto::print() const {
     }
 }
 
-void ObjectiveNleAuto::prepare_(double* x, Jacobian* J) {
-    // The numbers are written before the seeding, while no unknown is an independent variable: an
-    // active unknown is read-only.
+void ObjectiveNleAuto::setPoint_(double* x) {
     setUnknowns(x);
-    if (J) seed_();
 }
 
 unsigned int ObjectiveNleAuto::size() const {
@@ -108,38 +149,18 @@ unsigned int ObjectiveNleAuto::size() const {
     return static_cast<unsigned int>(xp_.size());
 }
 
-void ObjectiveNleAuto::seed_() {
-    const unsigned n = size();
-    ActiveContext::push(static_cast<int>(n));
-    for (unsigned i = 0; i < n; ++i)
-        if (xp_[i]) xp_[i]->active().setActive(static_cast<int>(i));
-}
-
-void ObjectiveNleAuto::packResults_(double* y, Jacobian* J, const double* factors) {
-    const unsigned n = size();
-    for (unsigned i = 0; i < n; ++i)
-        y[i] = residuals[i].toDouble();
-    if (!J) return;
-    assert(size() == J->size());
-    J->fill(residuals, factors, columnSums_);
-    for (unsigned i = 0; i < n; ++i) {
-        if (columnSums_[i] == 0) {
-            TARVO_LOG(2) << "In the Jacobian of " << name_ << ", unknown "
-                         << (labels_[i].empty() ? std::to_string(i) : labels_[i])
-                         << " has no effect on any equation: singularity";
-        }
-    }
-    inactivate();
-    ActiveContext::pop();
-}
-
 void ObjectiveNleAuto::storeSolution_(const double* x, bool recalculate) {
+    bool there = modelAtPoint_;
+    for (unsigned i = 0; there && i < xp_.size(); ++i)
+        there = !xp_[i] || xp_[i]->toDouble() == x[i];
+    if (recalculate && there) return;
     // The context makes the model code run in the derivative store of this system's size, with no
     // direction seeded, so nothing that it writes keeps stale derivatives.
-    ActiveContext::push(static_cast<int>(size()));
+    ActiveContext::Scope scope(static_cast<int>(size()));
     setUnknowns(x);
     clearderivatives();
-    if (recalculate) calculateResiduals(residuals, 0);
-    inactivate();
-    ActiveContext::pop();
+    if (recalculate) {
+        fillResiduals_();
+        modelAtPoint_ = true;
+    }
 }

@@ -49,6 +49,8 @@ std::string SolverNleInterface::statusText(int status) const {
         return "converged to a local minimum; try a different initial guess";
     case 0:
         return "converged fine";
+    case 1:
+        return "singular matrix, sparse factorisation failed";
     case 2:
         return "exceeded maximum iterations limit";
     case 3:
@@ -59,6 +61,8 @@ std::string SolverNleInterface::statusText(int status) const {
         return "singular matrix, type 2";
     case 8:
         return "NaN encountered";
+    case 9:
+        return "zero Newton step";
     default:
         return "unknown error code " + std::to_string(status);
     }

@@ -39,6 +39,7 @@ void SolverNleRecipes::resizeWork_(int n) {
     g_.assign(n, 0.0);
     p_.assign(n, 0.0);
     xold_.assign(n, 0.0);
+    Fold_.assign(n, 0.0);
 }
 
 void SolverNleRecipes::setTolerances(double alf, double tolx, double tolf, double tolmin) {
@@ -87,15 +88,13 @@ int SolverNleRecipes::solve() {
         TARVO_LOG(1) << iterationLine_(f, ad);
         J_.multiplyTransposed(F_.data(), g_.data());
         std::copy(x_.begin(), x_.end(), xold_.begin());
+        std::copy(F_.begin(), F_.end(), Fold_.begin());
         const double fold = f;
         for (int i = 0; i < n; ++i)
             p_[i] = -F_[i];
         int check = J_.solveAndFree(p_.data());
-        if (check > 0 && check != 5) return finish_(check);
+        if (check > 0) return finish_(check);
         ++nNewton_;
-        // Gives the model the current point, for the log and for anything that inspects it.
-        objective_->unscalex(x_.data());
-        objective_->scalex(x_.data());
 
         check = lnsrch_(fold, f, stpmax);
 
@@ -108,9 +107,12 @@ int SolverNleRecipes::solve() {
             test = 0;
             for (int i = 0; i < n; ++i)
                 test = maxOf(test, std::fabs(x_[i] - xold_[i]) / std::max(std::fabs(x_[i]), 1.0));
+            // A step too short to matter, with residuals still above TOLF, is no proof of a root: the
+            // iteration may as well have stalled.
             if (test < TOLX_) {
-                TARVO_LOG(2) << "newton converged: test < TOLX";
-                return finish_(0);
+                TARVO_LOG(2) << "Convergence on deltax. For zero finding, the calling program should verify the "
+                                "convergence.";
+                return finish_(-5);
             }
         } else {
             // The search gave up: a gradient of f that is nearly zero means a minimum of f that is no
@@ -125,6 +127,12 @@ int SolverNleRecipes::solve() {
     }
     TARVO_LOG(2) << "newton reached MAXITS";
     return finish_(2);
+}
+
+void SolverNleRecipes::restoreStart_(double fold, double& f) {
+    std::copy(xold_.begin(), xold_.end(), x_.begin());
+    std::copy(Fold_.begin(), Fold_.end(), F_.begin());
+    f = fold;
 }
 
 int SolverNleRecipes::lnsrch_(double fold, double& f, double stpmax) {
@@ -145,28 +153,36 @@ int SolverNleRecipes::lnsrch_(double fold, double& f, double stpmax) {
     double test = 0;
     for (int i = 0; i < n; ++i)
         test = maxOf(test, std::fabs(p_[i]) / std::max(std::fabs(xold_[i]), 1.0));
+    if (!std::isfinite(test) || std::isnan(slope)) return 8;
     if (test == 0) return 9;
     const double alamin = TOLX_ / test;
-    double alam = 1, alam2 = 0, f2 = f, tmplam = 0;
+    double alam = 1, alam2 = 0, f2 = 0, tmplam = 0;
     for (;;) {
-        for (int i = 0; i < n; ++i)
-            x_[i] = xold_[i] + alam * p_[i];
-        f = evaluateF();
-        // This system's own exit: a trial that changes f by less than TOLF, relatively, ends the search.
-        if ((std::fabs(f + fold) + TOLF_) * TOLF_ > std::fabs(f - fold)) {
-            TARVO_LOG(2) << "No change, we are on a plateau, trust descent Direction";
-            return -4;
-        }
         if (alam < alamin) {
-            std::copy(xold_.begin(), xold_.end(), x_.begin());
+            restoreStart_(fold, f);
             TARVO_LOG(2) << "Convergence on deltax. For zero finding, the calling program should verify the "
                             "convergence.";
             return -5;
         }
-        // This system's own rule: any trial that does not raise f is accepted, not only those with the
-        // sufficient decrease ALF * alam * slope.
-        if (f <= fold + std::max(ALF_ * alam * slope, 0.0)) return 0;
-        if (alam == 1) {
+        for (int i = 0; i < n; ++i)
+            x_[i] = xold_[i] + alam * p_[i];
+        f = evaluateF();
+        if (!std::isfinite(f)) {
+            // Residuals that the model cannot evaluate there: the step is too long.
+            alam2 = 0;
+            alam *= 0.1;
+            continue;
+        }
+        // This system's own exit: a trial that changes f by less than TOLF, relatively, ends the search. Of
+        // the two points, the better one stays.
+        if ((std::fabs(f + fold) + TOLF_) * TOLF_ > std::fabs(f - fold)) {
+            if (f > fold) restoreStart_(fold, f);
+            TARVO_LOG(2) << "No change, we are on a plateau, trust descent Direction";
+            return -4;
+        }
+        // Sufficient decrease against the start of the step.
+        if (f <= fold + ALF_ * alam * slope) return 0;
+        if (alam2 == 0) {
             tmplam = -slope / (2 * (f - fold - slope));
         } else {
             const double rhs1 = f - fold - alam * slope;
@@ -187,11 +203,11 @@ int SolverNleRecipes::lnsrch_(double fold, double& f, double stpmax) {
         }
         tmplam = std::min(tmplam, 0.5 * alam); // leaves the 0.5 alam of the case disc < 0 as it is
         alam2 = alam;
-        alam = std::max(tmplam, 0.1 * alam); // a NaN tmplam comes through, and is caught here
-        if (std::isnan(alam)) return 8;
-        // This system's own rule: the base of comparison moves to the last trial, so that the search
-        // takes any trial that is no worse than the one before it.
         f2 = f;
-        fold = f;
+        alam = std::max(tmplam, 0.1 * alam); // a NaN tmplam comes through, and is caught here
+        if (std::isnan(alam)) {
+            restoreStart_(fold, f);
+            return 8;
+        }
     }
 }

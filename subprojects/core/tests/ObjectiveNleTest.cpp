@@ -196,9 +196,9 @@ TEST(ObjectiveNleAd, ErrorOfTheModelCodeNamesTheEvaluation) {
         EXPECT_NE(e.message().find("Called from function: ObjectiveNleAd::operator()\n"), std::string::npos)
             << e.message();
     }
-    // The evaluation's context stays: the error ends the calculation. Clean up for the next test.
-    EXPECT_EQ(ActiveContext::numdir(), 1);
-    s.inactivate();
-    ActiveContext::pop();
+    // The evaluation's context is gone with it, and the unknown is no independent variable any more: it
+    // takes a new number, which an active unknown refuses.
     EXPECT_EQ(ActiveContext::numdir(), numdir);
+    s.values[0] = 2.0;
+    EXPECT_EQ(s.values[0].toDouble(), 2.0);
 }

@@ -52,7 +52,8 @@ public:
     int decompose();
     // Solves J x = b in place with the factors of decompose(). Dense: 0, or 7 at a zero diagonal.
     int solve(double* b);
-    // decompose(), solve(), then frees the sparse factors at once.
+    // decompose(), solve(), then frees the numeric factors at once. The symbolic analysis of the sparse
+    // form (its ordering) is kept for the next matrix of the same pattern, as a Newton iteration brings.
     int solveAndFree(double* b);
 
     // One line per row, the elements separated by blanks.
@@ -68,6 +69,8 @@ private:
     void freeFactors_();
     // Makes room for one more sparse entry, doubling the store when it is full.
     void reserveSparse_();
+    // Whether the sparse matrix has the pattern that the symbolic analysis was made for.
+    bool samePattern_() const;
 
     unsigned n_ = 0;
     std::vector<double> dense_; // n * n, row-major
@@ -78,6 +81,8 @@ private:
     double* work_ = nullptr;
     cs_di_symbolic* symbolic_ = nullptr;
     cs_di_numeric* numeric_ = nullptr;
+    std::vector<int> patternColumns_; // column pointers and row indices at the symbolic analysis
+    std::vector<int> patternRows_;
 };
 
 #endif

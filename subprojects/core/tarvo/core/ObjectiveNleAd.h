@@ -24,9 +24,9 @@ public:
     const Scaler& scaler(unsigned i) const { return scaler_[i]; }
 
 protected:
-    void prepare_(double* X, Jacobian* J) override;
+    void setPoint_(double* X) override;
     // dx/dX of every unknown at X, in a work array of this object.
-    const double* chainFactors_(const double* X);
+    const double* columnFactors_(const double* X) override;
     // X to x in place.
     void unscaleNumbers_(double* X) const;
 

@@ -24,6 +24,9 @@ public:
     virtual int calculateResidualsLocal() = 0;
     // Adds the unit's unknowns.
     virtual void setup_of() = 0;
+
+protected:
+    void fillResiduals_() override { calculateResidualsLocal(); }
 };
 
 #endif

@@ -45,8 +45,15 @@ public:
     void print() const;
 
 protected:
-    // Gives the model the solver's point; with a Jacobian to come, seeds one direction per unknown.
-    virtual void prepare_(double* x, Jacobian* J);
+    // Gives the model the solver's point x.
+    virtual void setPoint_(double* x);
+    // The residuals of the model at the point it has been given.
+    virtual void fillResiduals_() { calculateResiduals(residuals, 0); }
+    // dx/dX of every unknown at X, for the columns of the Jacobian; null where the numbers are the model's.
+    virtual const double* columnFactors_(const double* /*X*/) { return nullptr; }
+    // One evaluation: y from the residuals at x and, with J, the Jacobian from one direction per unknown.
+    // The derivative context of J lives only as long as the evaluation, also when model code throws.
+    void evaluate_(double* x, double* y, Jacobian* J);
 
 public:
     virtual unsigned int size() const;
@@ -54,13 +61,8 @@ public:
     virtual int calculateResiduals(std::vector<Value>& r, uint32_t offset) = 0;
 
 protected:
-    // One context with a direction per unknown, each unknown the independent variable of its own.
-    void seed_();
-    // y from the residuals; with J, column i from direction i times factors[i] (1 without factors),
-    // then the unknowns are released and the context of seed_() is popped.
-    void packResults_(double* y, Jacobian* J, const double* factors);
-    // Gives the model the point x without leaving derivatives behind; with recalculate, the model code
-    // runs once more at that point.
+    // Gives the model the point x without leaving derivatives behind. With recalculate, the model code runs
+    // once more at that point, unless the last evaluation, without derivatives, left it there already.
     void storeSolution_(const double* x, bool recalculate);
 
 private:
@@ -74,6 +76,7 @@ protected:
 private:
     std::vector<std::string> labels_;
     std::vector<double> columnSums_; // kept between evaluations, so that a Jacobian allocates nothing
+    bool modelAtPoint_ = false;      // the last evaluation, without derivatives, completed at the unknowns' point
 };
 
 #endif

@@ -22,14 +22,17 @@ public:
 protected:
     SolverNleRecipes();
     void resizeWork_(int n);
-    // Searches along p_ from xold_ for a point no worse than the last; leaves x_, F_ and f there.
-    // Returns 0 on a step taken, -4 on a plateau, -5 on a step shorter than TOLX allows (x_ = xold_),
-    // 8 on NaN and 9 on a zero step.
+    // Searches along p_ from xold_ for a point that lowers f by at least ALF times the decrease that the
+    // slope promises; leaves x_, F_ and f at the point it ends on. Returns 0 on a step taken, -4 on a
+    // plateau, -5 on a step shorter than TOLX allows, 8 on NaN and 9 on a zero step; on -5 and 8 that
+    // point is the start, xold_.
     int lnsrch_(double fold, double& f, double stpmax);
 
 private:
     // The status of a solve after the model has been given its last point.
     int finish_(int status);
+    // Back to the start of the step: x_, F_ and f as they were.
+    void restoreStart_(double fold, double& f);
     // The log line of an iteration: its number, f, the largest residual and the tag of its unknown.
     std::string iterationLine_(double f, const ObjectiveNleAd* ad) const;
 
@@ -40,6 +43,7 @@ private:
     std::vector<double> g_;    // gradient of f
     std::vector<double> p_;    // the step
     std::vector<double> xold_; // the point before the step
+    std::vector<double> Fold_; // the residuals there
 };
 
 #endif

@@ -20,6 +20,15 @@ public:
     // "Directions_[i] = <text>" for every direction of the top context.
     static void dump(std::ostream& out);
 
+    // A context pushed for the lifetime of the object: an error thrown while it stands pops it too.
+    class Scope {
+    public:
+        explicit Scope(int numdir) { push(numdir); }
+        ~Scope() { pop(); }
+        Scope(const Scope&) = delete;
+        Scope& operator=(const Scope&) = delete;
+    };
+
 private:
     explicit ActiveContext(int numdir) : numdir_(numdir), Directions_(numdir, nullptr) {}
     static std::vector<ActiveContext>& stack();
