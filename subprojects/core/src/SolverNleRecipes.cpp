@@ -157,13 +157,15 @@ int SolverNleRecipes::lnsrch_(double fold, double& f, double stpmax) {
     if (test == 0) return 9;
     const double alamin = TOLX_ / test;
     double alam = 1, alam2 = 0, f2 = 0, tmplam = 0;
+    // The full step is always tried; a shorter one only while it moves x by more than TOLX.
+    const auto tooShort = [&] {
+        if (alam >= alamin) return false;
+        restoreStart_(fold, f);
+        TARVO_LOG(2) << "Convergence on deltax. For zero finding, the calling program should verify the "
+                        "convergence.";
+        return true;
+    };
     for (;;) {
-        if (alam < alamin) {
-            restoreStart_(fold, f);
-            TARVO_LOG(2) << "Convergence on deltax. For zero finding, the calling program should verify the "
-                            "convergence.";
-            return -5;
-        }
         for (int i = 0; i < n; ++i)
             x_[i] = xold_[i] + alam * p_[i];
         f = evaluateF();
@@ -171,6 +173,7 @@ int SolverNleRecipes::lnsrch_(double fold, double& f, double stpmax) {
             // Residuals that the model cannot evaluate there: the step is too long.
             alam2 = 0;
             alam *= 0.1;
+            if (tooShort()) return -5;
             continue;
         }
         // This system's own exit: a trial that changes f by less than TOLF, relatively, ends the search. Of
@@ -209,5 +212,6 @@ int SolverNleRecipes::lnsrch_(double fold, double& f, double stpmax) {
             restoreStart_(fold, f);
             return 8;
         }
+        if (tooShort()) return -5;
     }
 }
