@@ -1,8 +1,11 @@
 #include <tarvo/components/ListComponents.h>
 #include <tarvo/phases/PhaseMassMolar.h>
 #include <tarvo/streams/Flash.h>
+#include <tarvo/streams/FlashStart.h>
 #include <tarvo/utility/FunctionName.h>
 #include <tarvo/utility/Log.h>
+
+#include <sstream>
 
 using Tarvo::Utility::FlashMode;
 using Tarvo::Utility::ScalingMode;
@@ -11,15 +14,13 @@ using Tarvo::Utility::SmartEnumerator;
 namespace {
 constexpr int verbosityFile = -1;
 
-// Keeps enthalpy and entropy residuals finite where the specification is zero, as for the elements at
-// the reference state.
-Value relativeResidual(const Value& value, const Value& specification, const Value& unit) {
-    const Value s = std::fabs(specification.toDouble()) < 0.1 * unit.toDouble() ? unit : 0.0 * unit;
-    return (s + value) / (specification + s) - 1.0;
+bool inside(const Value& v, const Value& lo, const Value& hi) {
+    return v.toDouble() >= lo.toDouble() && v.toDouble() <= hi.toDouble();
 }
 } // namespace
 
-Flash::Flash(std::string name) : ObjectiveNleAd(std::move(name)) {}
+Flash::Flash(std::string name)
+    : ObjectiveNleAd(std::move(name)), fluidZ_(NCOMPONENTS, zero), solidX_(NCOMPONENTS, zero) {}
 
 void Flash::unsupportedMode(const std::string& function, const FlashMode& fm) const {
     throw ErrorSmartEnum(function, "Flash mode", SmartEnumerator<FlashMode>::item(fm).name());
@@ -84,18 +85,13 @@ Value Flash::calculateResidualsPressure() {
 }
 
 Value Flash::calculateResidualsFlashMode() {
+    static const Value RT0 = R * T0;
     switch (flashMode) {
     case FlashMode::PH:
-    case FlashMode::RH: {
-        static const Value unit(1.0, "J/kmol");
-        return relativeResidual(calculateTotalH(), Hset, unit);
-    }
+    case FlashMode::RH: return (calculateTotalH() - Hset) / RT0;
     case FlashMode::PT:
     case FlashMode::RT: return (Tset - T) * 1000.0 / T0;
-    case FlashMode::PS: {
-        static const Value unit(1.0, "J/(kmol*K)");
-        return relativeResidual(calculateTotalS(), Sset, unit);
-    }
+    case FlashMode::PS: return (calculateTotalS() - Sset) / R;
     default: unsupportedMode(TARVO_FUNCTION, flashMode);
     }
 }
@@ -106,24 +102,43 @@ int Flash::solveFlash(bool simultaneous, bool noFlow) {
     ensureUnknowns();
     if (!solver_) solver_ = std::make_unique<SolverNleRecipesAutomatic>(static_cast<int>(size()), this);
     solver_->resize(static_cast<int>(size()));
-    init(solver_->x());
-    const int status = solver_->solve();
+    solver_->setTolerances(0, 0, tolerance, 0);
+    // Without flow any state will do: the residuals are switched off, and the unknowns stay.
+    int status = 0;
+    if (!zeroFlow) {
+        switch (FlashStart(*this).run()) {
+        case FlashStart::Result::temperatureOutside: status = temperatureOutside; break;
+        case FlashStart::Result::pressureOutside: status = pressureOutside; break;
+        default: break;
+        }
+    }
+    if (status == 0) {
+        init(solver_->x());
+        status = solver_->solve();
+    }
+    if (status == 0 && !inside(T, Tmin, Tmax)) status = temperatureOutside;
+    if (status == 0 && !inside(P, Pmin, Pmax)) status = pressureOutside;
     solved_ = status == 0;
-    clip_();
     TARVO_LOG(3) << "Flash " << name() << " ended with status " << status << " after " << solver_->iterations()
                  << " iterations";
     return status;
 }
 
 std::string Flash::statusText(int status) const {
-    return solver_ ? solver_->statusText(status) : "no solve has run";
+    std::ostringstream text;
+    if (status == temperatureOutside)
+        text << "temperature outside the range of " << Tmin.toDouble() << " K to " << Tmax.toDouble() << " K";
+    else if (status == pressureOutside)
+        text << "pressure outside the range of " << Pmin.toDouble() << " Pa to " << Pmax.toDouble() << " Pa";
+    else
+        return solver_ ? solver_->statusText(status) : "no solve has run";
+    return text.str();
 }
 
-void Flash::clip_() {
-    if (P < Pmin) P.active() += Pmin.toDouble() - P.toDouble();
-    if (P > Pmax) P.active() += Pmax.toDouble() - P.toDouble();
-    if (T < Tmin) T.active() += Tmin.toDouble() - T.toDouble();
-    if (T > Tmax) T.active() += Tmax.toDouble() - T.toDouble();
+void Flash::settle(const Value& Pnew, const Value& Tnew) {
+    P = Pnew;
+    T = Tnew;
+    prepare_residuals();
 }
 
 void Flash::estimate(const Value& Pstart, const Value& Tstart) {

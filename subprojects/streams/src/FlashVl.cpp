@@ -1,4 +1,5 @@
 #include <tarvo/components/ListComponents.h>
+#include <tarvo/core/MonotoneRoot.h>
 #include <tarvo/streams/FlashVl.h>
 #include <tarvo/utility/Log.h>
 
@@ -56,14 +57,11 @@ void FlashVl::computealfaminmax(const Vector& z) {
 }
 
 void FlashVl::calculateSplit(const Vector& z) {
-    sumKz.clear();
-    sumzK.clear();
     sumx.clear();
     sumy.clear();
     computealfaminmax(z);
     alfaClipped = alfa_;
     hardclipalfa(alfaClipped);
-    const bool counting = flashMode != FlashMode::PA;
     const double alfa = alfaClipped.toDouble();
     for (int i = 0; i < NCOMPONENTS; ++i) {
         const Value& K = kVL_[i];
@@ -74,10 +72,6 @@ void FlashVl::calculateSplit(const Vector& z) {
             // Cannot be in the vapor.
             y[i] = 0.0;
             x[i] = z[i] / (1.0 - alfaClipped + epsilon);
-            if (counting) {
-                sumKz += K * z[i];
-                sumzK += z[i] / (K + epsilon);
-            }
         } else {
             // Two forms of one number, each free of cancellation where it is used.
             if (alfa > 0.5 || K.toDouble() >= 1)
@@ -86,48 +80,92 @@ void FlashVl::calculateSplit(const Vector& z) {
                 denominator = 1.0 + alfaClipped * (K - 1.0);
             x[i] = z[i] / denominator;
             y[i] = K * x[i];
-            if (counting) {
-                sumKz += K * z[i];
-                sumzK += z[i] / K;
-            }
         }
         sumx += x[i];
         sumy += y[i];
     }
 }
 
+namespace {
+// The Rachford-Rice sum R = sum z (K - 1) / (1 + a (K - 1)) at a in [0, 1] in plain numbers, and -dR/da;
+// a component that cannot be in the vapor (K <= 0) gives -z / (1 - a).
+double rachfordRice(const Vector& z, const Vector& K, double a, double& slope) {
+    double r = 0;
+    slope = 0;
+    for (int i = 0; i < NCOMPONENTS; ++i) {
+        const double zi = z[i].toDouble(), Ki = K[i].toDouble();
+        if (!(zi > 0)) continue;
+        const double d = Ki > 0 ? 1 + a * (Ki - 1) : 1 - a;
+        const double term = (Ki > 0 ? zi * (Ki - 1) : -zi) / d;
+        r += term;
+        slope += term * term / zi;
+    }
+    return r;
+}
+} // namespace
+
+void FlashVl::solveSplit(const Vector& z) {
+    double slope;
+    if (!(rachfordRice(z, kVL_, 0, slope) > 0)) {
+        alfa_ = 0.0; // subcooled: not even the first bubble
+        return;
+    }
+    if (!(rachfordRice(z, kVL_, 1, slope) < 0)) {
+        alfa_ = 1.0; // superheated: not even the first drop
+        return;
+    }
+    // R falls with a: its negative is the increasing function that the search wants.
+    MonotoneRoot root;
+    root.find(
+        [&](double a) {
+            double s;
+            const double r = rachfordRice(z, kVL_, a, s);
+            return MonotoneRoot::Sample{-r, s};
+        },
+        0, 1, std::clamp(alfa_.toDouble(), 0.0, 1.0), 0);
+    // One Newton correction in Values: its number changes by rounding only, and its derivatives become
+    // those of the root, -(dR/dK dK) / (dR/da).
+    alfa_ = root.x();
+    calculateSplit(z);
+    alfa_ = Value(root.x()) + (sumy - sumx) / root.at().slope;
+}
+
+Value FlashVl::boundaryResidual() const {
+    return log(sumy / sumx);
+}
+
+Value FlashVl::conservedFraction(const PhaseIndex& index) const {
+    const Value vapor = alfaClipped * sumy, liquid = (1.0 - alfaClipped) * sumx;
+    if (!((vapor + liquid).toDouble() > 0)) return Fraction(index, true); // nothing to split
+    if (index == vaporIndex) return vapor / (vapor + liquid);
+    if (index == liquidIndex) return liquid / (vapor + liquid);
+    return zero;
+}
+
 Value FlashVl::calculateResidualsRrg() {
-    Value res = 0.0;
+    if (flashMode == FlashMode::PA || flashMode == FlashMode::SA) return boundaryResidual();
+    const Vector& z = splitComposition();
+    Value r = 0.0, slope = 0.0;
     bool nontrivial = false;
     for (int i = 0; i < NCOMPONENTS; ++i) {
-        if (!(x[i].toDouble() + y[i].toDouble() > 0)) continue;
-        const double K = kVL_[i].toDouble();
-        if (K > 0) {
-            res += y[i] - x[i];
-            if (std::fabs(K - 1) > std::sqrt(epsilon)) nontrivial = true;
-        } else {
-            res -= x[i];
-        }
+        if (!(z[i].toDouble() > 0)) continue;
+        const Value d = y[i] - x[i];
+        r += d;
+        slope += d * d / z[i];
+        if (std::fabs(kVL_[i].toDouble() - 1) > std::sqrt(epsilon)) nontrivial = true;
     }
-    if (flashMode == FlashMode::PA) return res;
-    const double kz = sumKz.toDouble(), zk = sumzK.toDouble();
-    if (zk <= 1 && kz > 1)
-        res -= 1.0 - sumzK; // superheated
-    else if (zk > 1 && kz <= 1)
-        res -= sumKz - 1.0; // subcooled
-    // All K equal to 1: a zero with the derivatives of alfa keeps the Jacobian regular.
-    if (!nontrivial) res.active() += alfa_.active() - alfa_.toDouble();
-    // The penalty that pins alfa to its range. The residual falls as alfa rises, and the penalty keeps it
-    // falling beyond either end: a penalty of the other sign above alfamax can cancel the residual there and
-    // make a false root, as it does for a pure component below its boiling point.
-    if (alfa_.toDouble() > alfamax_) {
-        const Value c = alfa_ - alfamax_;
-        res -= (1.0 + fabs(res)) * c * c;
-    } else if (alfa_.toDouble() < alfamin_) {
-        const Value c = alfamin_ - alfa_;
-        res += (1.0 + fabs(res)) * c * c;
-    }
-    return res;
+    const Value target = alfaClipped + r / (1.0 + slope);
+    Value residual;
+    if (target.toDouble() >= 1)
+        residual = alfa_ - 1.0; // superheated
+    else if (target.toDouble() <= 0)
+        residual = alfa_; // subcooled
+    else
+        residual = alfa_ - target;
+    // All K equal to 1: the split equation says nothing of alfa, and a zero with its derivatives keeps the
+    // Jacobian regular.
+    if (!nontrivial) residual.active() += alfa_.active() - alfa_.toDouble();
+    return residual;
 }
 
 void FlashVl::estimate(const Value& P, const Value& T) {

@@ -7,9 +7,11 @@ using Tarvo::Utility::FlashMode;
 FlashVlT::FlashVlT(std::string name) : FlashVl(std::move(name)) {}
 
 void FlashVlT::fillkvl(const Value& P, const Value& T, bool) {
+    const Vector& z = splitComposition();
     for (int i = 0; i < NCOMPONENTS; ++i) {
-        // A component in neither phase needs no route call, and 1 keeps it out of the alfa bounds.
-        if (x[i].toDouble() > 0 || y[i].toDouble() > 0)
+        // A component that the stream does not carry needs no route call, and 1 keeps it out of the alfa
+        // bounds.
+        if (z[i].toDouble() > 0)
             kVL_[i] = components[i]->kvli(T, P);
         else
             kVL_[i] = 1.0;

@@ -172,18 +172,27 @@ void Stream::go(SolutionMode mode, int) {
     if (!flash().isIdeal) precompute_isIdeal();
     const bool noFlow = std::fabs(Tphase->totalFlow().toDouble()) <= 100 * epsilon;
     const int status = flash().solveFlash(mode == simultaneous, noFlow);
-    updateFlash();
+    // A specification without a state in the range leaves the stream's state as it was: no number of the
+    // search, and no clipped one, stands for a result.
+    const bool outside = status == Flash::temperatureOutside || status == Flash::pressureOutside;
+    if (!outside) updateFlash();
     calculateXnoFlash(balance);
     calculatePhaseProperties();
     if (mode < simultaneous) NITER_NLEFlash.value() = flash().iterations();
-    if (status < 0) {
-        reportWarning(flash().statusText(status));
-    } else if (status > 0) {
-        reportError(flash().statusText(status));
-        reportError("Flash convergence failure in stream::calculate;");
-    } else {
+    if (status == 0) {
         countCalculation();
+        return;
     }
+    if (outside) {
+        reportError(flash().statusText(status));
+        return;
+    }
+    // A solve that stopped short of its tolerance is a failure, whatever the solver calls it.
+    if (status < 0)
+        reportWarning(flash().statusText(status));
+    else
+        reportError(flash().statusText(status));
+    reportError("Flash convergence failure in stream::calculate;");
 }
 
 void Stream::calculateX(const MassBalanceMode& mode) {

@@ -87,16 +87,46 @@ template <typename F> void StreamTwo<F>::pushSplit_(bool properties) {
 
 template <typename F> void StreamTwo<F>::prepare_residuals() {
     TARVO_LOG(4) << "Now prepare residuals for phase " << fullTag();
-    this->prepare_Flash_residuals();
+    // The solids first: the K values are those of the fluid part.
     if (solid_) this->calculateInertSolids(static_cast<const Phase::MassMolar&>(*Tphase).x.value());
+    this->prepare_Flash_residuals();
     this->calculateSplit(splitComposition());
     pushSplit_(residualsNeedProperties());
 }
 
+template <typename F> void StreamTwo<F>::placeSplit_(const Value& P, const Value& T, const double* fraction) {
+    FlashBase::P = P;
+    FlashBase::T = T;
+    if (solid_) this->calculateInertSolids(static_cast<const Phase::MassMolar&>(*Tphase).x.value());
+    this->fillkvl(P, T, true);
+    if (fraction)
+        this->alfa_ = *fraction;
+    else
+        this->solveSplit(splitComposition());
+    this->calculateSplit(splitComposition());
+}
+
+template <typename F> void StreamTwo<F>::settle(const Value& P, const Value& T) {
+    placeSplit_(P, T, nullptr);
+    pushSplit_(true);
+}
+
+template <typename F> void StreamTwo<F>::settleAt(const Value& P, const Value& T, double fraction) {
+    placeSplit_(P, T, &fraction);
+    pushSplit_(true);
+}
+
+template <typename F> Value StreamTwo<F>::boundaryResidualAt(const Value& P, const Value& T, double fraction) {
+    placeSplit_(P, T, &fraction);
+    return this->boundaryResidual();
+}
+
 template <typename F> void StreamTwo<F>::updateFlash() {
     pushSplit_(false);
-    first_->fraction = Fraction(this->vaporIndex, true).toDouble();
-    second_->fraction = Fraction(this->liquidIndex, true).toDouble();
+    // The shares that conserve every component with the phases' compositions normalised.
+    const double fluid = solid_ ? 1.0 - this->solidShare_.toDouble() : 1.0;
+    first_->fraction = this->conservedFraction(this->vaporIndex).toDouble() * fluid;
+    second_->fraction = this->conservedFraction(this->liquidIndex).toDouble() * fluid;
     if (solid_) {
         for (int i = 0; i < NCOMPONENTS; ++i) solid_->x[i] = this->solidX_[i].toDouble();
         solid_->fraction = this->solidShare_.toDouble();

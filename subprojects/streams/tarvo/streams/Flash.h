@@ -25,16 +25,20 @@ public:
     // Stores the mode and its two specifications; a mode that the class does not solve raises the
     // "Flash mode" error.
     virtual void setFlash_(const FlashMode& fm, const Value& a, const Value& b, bool apply);
-    // Solves, unless the flash is part of a larger system (simultaneous), and clips T and P into the global
-    // limits. Returns the solver's status.
+    // Solves, unless the flash is part of a larger system (simultaneous): a start found by bracketing
+    // searches, then Newton's method to the tolerance. Returns the solver's status, or one of the two below
+    // where the specification has no state in the range of temperatures or pressures.
     virtual int solveFlash(bool simultaneous, bool zeroFlow);
     virtual std::string statusText(int status) const;
+    // The state at (P, T), in equilibrium, in the phases: a point of the start's searches.
+    virtual void settle(const Value& P, const Value& T);
     // Registers the unknowns once: T, P, then those of derived classes.
     virtual void addUnknowns();
     virtual bool isSolved() const { return solved_; }
     virtual void prepare_Flash_residuals() {}
+    // The specification of the mode. Enthalpy and entropy are measured in R T0 and R, which hold no
+    // enthalpy of formation, so that the temperature comes out alike for every species.
     virtual Value calculateResidualsFlashMode();
-    virtual void clip_();
     // The start of the iteration at (P, T), both taken from the specification where it gives them.
     virtual void estimate(const Value& P, const Value& T);
     const Value& Fraction(const PhaseIndex& index, bool clipped) const override;
@@ -50,6 +54,12 @@ public:
     void ensureUnknowns();
 
     bool isIdeal = true;
+
+    // The largest residual of a converged flash.
+    static constexpr double tolerance = 1e-10;
+    // Statuses of a specification with no state in the range.
+    static constexpr int temperatureOutside = 10;
+    static constexpr int pressureOutside = 11;
 
 protected:
     // Unknowns that a derived class hands over behind T and P, with their scalers.

@@ -16,6 +16,9 @@ public:
 
     void initializeNonPersistents() override;
     void prepare_residuals() override;
+    void settle(const Value& P, const Value& T) override;
+    void settleAt(const Value& P, const Value& T, double fraction) override;
+    Value boundaryResidualAt(const Value& P, const Value& T, double fraction) override;
     void updateFlash() override;
     void setFlash(const Tarvo::Utility::FlashMode& fm) override;
     void estimateFlash() override;
@@ -39,6 +42,8 @@ protected:
 private:
     // The split of the flash into the phases' compositions, with their fractions and properties if asked.
     void pushSplit_(bool properties);
+    // (P, T), the K values there and the split: in equilibrium, or at the vapor fraction given.
+    void placeSplit_(const Value& P, const Value& T, const double* fraction);
 
     Phase::Generic* first_;
     Phase::Generic* second_;

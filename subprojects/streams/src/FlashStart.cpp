@@ -1,0 +1,220 @@
+#include <tarvo/streams/FlashStart.h>
+#include <tarvo/streams/FlashVl.h>
+#include <tarvo/value/ActiveContext.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+using Tarvo::Utility::FlashMode;
+using Outcome = MonotoneRoot::Outcome;
+
+namespace {
+// A hundredth of the solve's tolerance: the solve then finds its start converged.
+constexpr double tolerance = 0.01 * Flash::tolerance;
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+
+bool inside(const Value& v, const Value& lo, const Value& hi) {
+    return v.toDouble() >= lo.toDouble() && v.toDouble() <= hi.toDouble();
+}
+
+// A number in the units of the constant given.
+Value like(const Value& unit, double number) {
+    Value v = unit;
+    v.active() = number;
+    return v;
+}
+} // namespace
+
+double FlashStart::Axis::lo() const {
+    return pressure ? std::log(Pmin.toDouble()) : Tmin.toDouble();
+}
+
+double FlashStart::Axis::hi() const {
+    return pressure ? std::log(Pmax.toDouble()) : Tmax.toDouble();
+}
+
+Value FlashStart::Axis::P(double s) const {
+    return like(P0, pressure ? std::exp(s) : fixed);
+}
+
+Value FlashStart::Axis::T(double s) const {
+    return like(T0, pressure ? fixed : s);
+}
+
+FlashStart::FlashStart(Flash& flash) : flash_(flash), split_(dynamic_cast<FlashVl*>(&flash)) {}
+
+FlashStart::Result FlashStart::run() {
+    const Value P = flash_.P, T = flash_.T;
+    const Result result = solve_();
+    // Nothing of the search may stay behind: its numbers carry derivatives of a context that is gone.
+    if (result != Result::found) flash_.settle(like(P0, P.toDouble()), like(T0, T.toDouble()));
+    return result;
+}
+
+FlashStart::Result FlashStart::solve_() {
+    static const Value RT0 = R * T0;
+    const Read enthalpy = [this] { return (flash_.calculateTotalH() - flash_.Hset) / RT0; };
+    const Read entropy = [this] { return (flash_.calculateTotalS() - flash_.Sset) / R; };
+    const Read density = [this] { return log(flash_.calculateTotalRho() / flash_.rhoset); };
+    const double Tstart = std::clamp(flash_.T.toDouble(), Tmin.toDouble(), Tmax.toDouble());
+    const double lnPstart = std::log(std::clamp(flash_.P.toDouble(), Pmin.toDouble(), Pmax.toDouble()));
+    const bool pressureGiven = flash_.flashMode != FlashMode::RT && flash_.flashMode != FlashMode::RH &&
+                               flash_.flashMode != FlashMode::SA;
+    if (pressureGiven && !inside(flash_.Pset, Pmin, Pmax)) return Result::pressureOutside;
+    const Axis atPset{false, flash_.Pset.toDouble()};
+    switch (flash_.flashMode) {
+    case FlashMode::PT:
+        if (!inside(flash_.Tset, Tmin, Tmax)) return Result::temperatureOutside;
+        flash_.settle(flash_.Pset, flash_.Tset);
+        return Result::found;
+    case FlashMode::PA:
+        return finish_(atPset, boundary_(atPset, split_->alfaset.toDouble(), atPset.lo(), atPset.hi(), Tstart));
+    case FlashMode::PH: return finish_(atPset, along_(atPset, enthalpy, Tstart));
+    case FlashMode::PS: return finish_(atPset, along_(atPset, entropy, Tstart));
+    case FlashMode::RT: {
+        if (!inside(flash_.Tset, Tmin, Tmax)) return Result::temperatureOutside;
+        const Axis axis{true, flash_.Tset.toDouble()};
+        return finish_(axis, along_(axis, density, lnPstart));
+    }
+    case FlashMode::RH:
+        return alongPressure_([&](const Axis& axis) { return along_(axis, enthalpy, Tstart); }, density, lnPstart);
+    case FlashMode::SA:
+        return alongPressure_(
+            [&](const Axis& axis) {
+                return boundary_(axis, split_->alfaset.toDouble(), axis.lo(), axis.hi(), Tstart);
+            },
+            entropy, lnPstart);
+    default: return Result::unsure;
+    }
+}
+
+FlashStart::Result FlashStart::finish_(const Axis& axis, const Found& found) {
+    switch (found.outcome) {
+    case Outcome::root: place_(axis, found); return Result::found;
+    case Outcome::below:
+    case Outcome::above: return axis.pressure ? Result::pressureOutside : Result::temperatureOutside;
+    default: return Result::unsure;
+    }
+}
+
+FlashStart::Found FlashStart::find_(const Axis& axis, const Evaluate& f, double lo, double hi, double start,
+                                    double fraction) {
+    MonotoneRoot root;
+    const Outcome outcome = root.find(
+        [&](double s) {
+            // One direction, the variable of the axis; along ln P the slope is P times that along P.
+            ActiveContext::Scope scope(1);
+            Value variable = axis.pressure ? axis.P(s) : axis.T(s);
+            variable.active().setActive(0);
+            const Value P = axis.pressure ? variable : axis.P(s);
+            const Value T = axis.pressure ? axis.T(s) : variable;
+            variable.active().inactivate(0);
+            const Value r = f(P, T);
+            return MonotoneRoot::Sample{r.toDouble(),
+                                        r.active().derivative(0) * (axis.pressure ? P.toDouble() : 1.0)};
+        },
+        lo, hi, std::clamp(start, lo, hi), tolerance);
+    return {outcome, root.x(), fraction};
+}
+
+void FlashStart::place_(const Axis& axis, const Found& at) {
+    const Value P = axis.P(at.s), T = axis.T(at.s);
+    if (split_ && !std::isnan(at.fraction))
+        split_->settleAt(P, T, at.fraction);
+    else
+        flash_.settle(P, T);
+}
+
+double FlashStart::valueAt_(const Axis& axis, const Found& at, const Read& f) {
+    place_(axis, at);
+    return f().toDouble();
+}
+
+FlashStart::Found FlashStart::boundary_(const Axis& axis, double fraction, double lo, double hi, double start) {
+    // K values fall as pressure rises.
+    const double sign = axis.pressure ? -1 : 1;
+    return find_(
+        axis, [&](const Value& P, const Value& T) { return sign * split_->boundaryResidualAt(P, T, fraction); }, lo,
+        hi, start, fraction);
+}
+
+FlashStart::Found FlashStart::along_(const Axis& axis, const Read& f, double start) {
+    const double lo = axis.lo(), hi = axis.hi();
+    const auto piece = [&](double fraction, double a, double b) {
+        return find_(
+            axis,
+            [&](const Value& P, const Value& T) {
+                if (split_ && !std::isnan(fraction))
+                    split_->settleAt(P, T, fraction);
+                else
+                    flash_.settle(P, T);
+                return f();
+            },
+            a, b, start, fraction);
+    };
+    if (!split_) return piece(notANumber, lo, hi);
+    // Along T the liquid comes first, along P the vapor.
+    const double first = axis.pressure ? 1 : 0, last = 1 - first;
+    const Found low = boundary_(axis, first, lo, hi, start);
+    if (low.outcome == Outcome::undefined) return low;
+    if (low.outcome == Outcome::above) return piece(first, lo, hi);
+    if (low.outcome == Outcome::root && valueAt_(axis, low, f) >= 0) return piece(first, lo, low.s);
+    const Found high = boundary_(axis, last, low.s, hi, std::max(start, low.s));
+    if (high.outcome == Outcome::undefined) return high;
+    if (high.outcome == Outcome::below) return piece(last, low.s, hi);
+    if (high.outcome == Outcome::root && valueAt_(axis, high, f) <= 0) return piece(last, high.s, hi);
+    return alongTwoPhase_(axis, f, low, high);
+}
+
+FlashStart::Found FlashStart::alongTwoPhase_(const Axis& axis, const Read& f, const Found& low, const Found& high) {
+    // The ends of the piece: on a boundary line, or at an end of the range with the fraction of equilibrium
+    // there.
+    const auto end = [&](const Found& boundary, double s) {
+        if (boundary.outcome == Outcome::root) return boundary;
+        flash_.settle(axis.P(s), axis.T(s));
+        return Found{Outcome::root, s, split_->alfa_.toDouble()};
+    };
+    const Found from = end(low, axis.lo()), to = end(high, axis.hi());
+    const double fromValue = valueAt_(axis, from, f), toValue = valueAt_(axis, to, f);
+    if (fromValue > 0) return {Outcome::below, axis.lo(), notANumber};
+    if (toValue < 0) return {Outcome::above, axis.hi(), notANumber};
+    const auto pointAt = [&](double t, double start) {
+        return boundary_(axis, from.fraction + t * (to.fraction - from.fraction), from.s, to.s, start);
+    };
+    double s = from.s;
+    MonotoneRoot root;
+    const Outcome outcome = root.find(
+        [&](double t) {
+            const Found point = pointAt(t, s);
+            s = point.s;
+            return MonotoneRoot::Sample{valueAt_(axis, point, f), notANumber};
+        },
+        0, 1, fromValue / (fromValue - toValue), tolerance);
+    Found point = pointAt(root.x(), s);
+    point.outcome = outcome;
+    return point;
+}
+
+FlashStart::Result FlashStart::alongPressure_(const std::function<Found(const Axis& axis)>& inner, const Read& f,
+                                              double start) {
+    const Axis pressures{true, notANumber};
+    const auto at = [](double s) { return Axis{false, std::exp(s)}; };
+    const auto value = [&](double s) {
+        const Found point = inner(at(s));
+        if (point.outcome == Outcome::undefined) return notANumber;
+        // Beyond the range of temperatures the state at its end still tells on which side the root is.
+        return valueAt_(at(s), point, f);
+    };
+    // Whether f rises or falls with the pressure depends on the state (the entropy of a mostly liquid
+    // two-phase state rises along its line of constant vapor fraction, that of a vapor falls): two points
+    // near the start tell.
+    const double step = start + 0.01 <= pressures.hi() ? 0.01 : -0.01;
+    const double direction = (value(start + step) - value(start)) * step < 0 ? -1 : 1;
+    MonotoneRoot root;
+    const Outcome outcome =
+        root.find([&](double s) { return MonotoneRoot::Sample{direction * value(s), notANumber}; }, pressures.lo(),
+                  pressures.hi(), start, tolerance, std::fabs(step));
+    if (outcome != Outcome::root) return finish_(pressures, Found{outcome, root.x(), notANumber});
+    return finish_(at(root.x()), inner(at(root.x())));
+}
