@@ -79,9 +79,13 @@ int Flash::calculateResiduals(std::vector<Value>& y, uint32_t offset) {
 }
 
 Value Flash::calculateResidualsPressure() {
-    if (flashMode == FlashMode::RH || flashMode == FlashMode::RT)
-        return P / P0 - calculateTotalP(rhoset) / P0;
-    return P / P0 - Pset / P0;
+    switch (flashMode) {
+    case FlashMode::RH:
+    case FlashMode::RT: return P / P0 - calculateTotalP(rhoset) / P0;
+    // Entropy and vapor fraction leave the pressure free: the entropy takes its equation.
+    case FlashMode::SA: return (calculateTotalS() - Sset) / R;
+    default: return P / P0 - Pset / P0;
+    }
 }
 
 Value Flash::calculateResidualsFlashMode() {

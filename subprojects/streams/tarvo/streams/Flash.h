@@ -45,6 +45,8 @@ public:
     Vector X(const PhaseIndex& index) const override;
     virtual void estimateEquilibrium(const Value& /*P*/, const Value& /*T*/) {}
 
+    // The pressure as specified, or as a density specification makes it; with entropy and vapor fraction
+    // given, the entropy.
     Value calculateResidualsPressure();
     // Separates the components that are solids from the fluid ones in the composition z: fluidZ_ and
     // solidX_ are each normalized (0 where a part has nothing), solidShare_ is the solids' molar share.
