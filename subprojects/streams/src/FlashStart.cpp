@@ -206,15 +206,28 @@ FlashStart::Result FlashStart::alongPressure_(const std::function<Found(const Ax
         // Beyond the range of temperatures the state at its end still tells on which side the root is.
         return valueAt_(at(s), point, f);
     };
-    // Whether f rises or falls with the pressure depends on the state (the entropy of a mostly liquid
-    // two-phase state rises along its line of constant vapor fraction, that of a vapor falls): two points
-    // near the start tell.
-    const double step = start + 0.01 <= pressures.hi() ? 0.01 : -0.01;
-    const double direction = (value(start + step) - value(start)) * step < 0 ? -1 : 1;
+    // f may rise or fall with the pressure (the entropy of a mostly liquid two-phase state rises along its
+    // line of constant vapor fraction, that of a vapor falls), and has flat stretches (the density of a
+    // liquid): a bracket of its sign, widened step by step on both sides of the start, tells where the
+    // root is and which way f goes there.
+    const double startValue = value(start);
+    if (std::isnan(startValue)) return Result::unsure;
+    double a = start, b = start, direction = 1;
+    for (double step = 0.01; a == start && step < 4 * (pressures.hi() - pressures.lo()); step *= 4) {
+        for (const double side : {1.0, -1.0}) {
+            const double s = std::clamp(start + side * step, pressures.lo(), pressures.hi());
+            const double v = s == start ? startValue : value(s);
+            if (!(v * startValue <= 0)) continue;
+            a = std::min(s, start);
+            b = std::max(s, start);
+            direction = (v - startValue) * (s - start) < 0 ? -1 : 1;
+            break;
+        }
+    }
+    if (a == b) return Result::pressureOutside;
     MonotoneRoot root;
-    const Outcome outcome =
-        root.find([&](double s) { return MonotoneRoot::Sample{direction * value(s), notANumber}; }, pressures.lo(),
-                  pressures.hi(), start, tolerance, std::fabs(step));
-    if (outcome != Outcome::root) return finish_(pressures, Found{outcome, root.x(), notANumber});
+    const Outcome outcome = root.find([&](double s) { return MonotoneRoot::Sample{direction * value(s), notANumber}; },
+                                      a, b, 0.5 * (a + b), tolerance);
+    if (outcome != Outcome::root) return outcome == Outcome::undefined ? Result::unsure : Result::pressureOutside;
     return finish_(at(root.x()), inner(at(root.x())));
 }

@@ -61,7 +61,7 @@ private:
     Found along_(const Axis& axis, const Read& f, double start);
     Found alongTwoPhase_(const Axis& axis, const Read& f, const Found& low, const Found& high);
     // For the modes that give neither P nor T: along ln P, each point solved by `inner` along T at its
-    // pressure; f may rise or fall with P.
+    // pressure; f may rise or fall with P, and the root nearest the start is taken.
     Result alongPressure_(const std::function<Found(const Axis& axis)>& inner, const Read& f, double start);
 
     Flash& flash_;
