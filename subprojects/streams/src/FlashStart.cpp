@@ -12,6 +12,9 @@ using Outcome = MonotoneRoot::Outcome;
 namespace {
 // A hundredth of the solve's tolerance: the solve then finds its start converged.
 constexpr double tolerance = 0.01 * Flash::tolerance;
+// The lines of a vapor fraction are found to the rounding of their residual, so that what is read along
+// them is as smooth as the numbers allow.
+constexpr double lineTolerance = 1e-15;
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 bool inside(const Value& v, const Value& lo, const Value& hi) {
@@ -99,7 +102,7 @@ FlashStart::Result FlashStart::finish_(const Axis& axis, const Found& found) {
 }
 
 FlashStart::Found FlashStart::find_(const Axis& axis, const Evaluate& f, double lo, double hi, double start,
-                                    double fraction) {
+                                    double fraction, double within) {
     MonotoneRoot root;
     const Outcome outcome = root.find(
         [&](double s) {
@@ -114,7 +117,7 @@ FlashStart::Found FlashStart::find_(const Axis& axis, const Evaluate& f, double 
             return MonotoneRoot::Sample{r.toDouble(),
                                         r.active().derivative(0) * (axis.pressure ? P.toDouble() : 1.0)};
         },
-        lo, hi, std::clamp(start, lo, hi), tolerance);
+        lo, hi, std::clamp(start, lo, hi), within);
     return {outcome, root.x(), fraction};
 }
 
@@ -136,7 +139,7 @@ FlashStart::Found FlashStart::boundary_(const Axis& axis, double fraction, doubl
     const double sign = axis.pressure ? -1 : 1;
     return find_(
         axis, [&](const Value& P, const Value& T) { return sign * split_->boundaryResidualAt(P, T, fraction); }, lo,
-        hi, start, fraction);
+        hi, start, fraction, lineTolerance);
 }
 
 FlashStart::Found FlashStart::along_(const Axis& axis, const Read& f, double start) {
@@ -151,7 +154,7 @@ FlashStart::Found FlashStart::along_(const Axis& axis, const Read& f, double sta
                     flash_.settle(P, T);
                 return f();
             },
-            a, b, start, fraction);
+            a, b, start, fraction, tolerance);
     };
     if (!split_) return piece(notANumber, lo, hi);
     // Along T the liquid comes first, along P the vapor.
@@ -159,39 +162,56 @@ FlashStart::Found FlashStart::along_(const Axis& axis, const Read& f, double sta
     const Found low = boundary_(axis, first, lo, hi, start);
     if (low.outcome == Outcome::undefined) return low;
     if (low.outcome == Outcome::above) return piece(first, lo, hi);
-    if (low.outcome == Outcome::root && valueAt_(axis, low, f) >= 0) return piece(first, lo, low.s);
-    const Found high = boundary_(axis, last, low.s, hi, std::max(start, low.s));
+    // The values on the boundary lines; beyond the range, the piece starts at its end.
+    const double lowValue = low.outcome == Outcome::root ? valueAt_(axis, low, f) : notANumber;
+    if (lowValue >= 0) return piece(first, lo, low.s);
+    Found high = boundary_(axis, last, low.s, hi, std::max(start, low.s));
     if (high.outcome == Outcome::undefined) return high;
-    if (high.outcome == Outcome::below) return piece(last, low.s, hi);
-    if (high.outcome == Outcome::root && valueAt_(axis, high, f) <= 0) return piece(last, high.s, hi);
-    return alongTwoPhase_(axis, f, low, high);
+    if (high.outcome == Outcome::below) {
+        // The second line lies on the first, as for a pure component, which the rounding of its residual
+        // may put a hair before it.
+        if (low.outcome != Outcome::root) return piece(last, low.s, hi);
+        high = Found{Outcome::root, low.s, last};
+    }
+    const double highValue = high.outcome == Outcome::root ? valueAt_(axis, high, f) : notANumber;
+    if (highValue <= 0) return piece(last, high.s, hi);
+    return alongTwoPhase_(axis, f, {low, lowValue}, {high, highValue});
 }
 
-FlashStart::Found FlashStart::alongTwoPhase_(const Axis& axis, const Read& f, const Found& low, const Found& high) {
-    // The ends of the piece: on a boundary line, or at an end of the range with the fraction of equilibrium
+FlashStart::Found FlashStart::alongTwoPhase_(const Axis& axis, const Read& f, End low, End high) {
+    // An end of the piece on a boundary line, or at an end of the range, with the fraction of equilibrium
     // there.
-    const auto end = [&](const Found& boundary, double s) {
-        if (boundary.outcome == Outcome::root) return boundary;
+    const auto close = [&](End& end, double s) {
+        if (end.point.outcome == Outcome::root) return;
         flash_.settle(axis.P(s), axis.T(s));
-        return Found{Outcome::root, s, split_->alfa_.toDouble()};
+        end.point = Found{Outcome::root, s, split_->alfa_.toDouble()};
+        end.value = f().toDouble();
     };
-    const Found from = end(low, axis.lo()), to = end(high, axis.hi());
-    const double fromValue = valueAt_(axis, from, f), toValue = valueAt_(axis, to, f);
-    if (fromValue > 0) return {Outcome::below, axis.lo(), notANumber};
-    if (toValue < 0) return {Outcome::above, axis.hi(), notANumber};
-    const auto pointAt = [&](double t, double start) {
-        return boundary_(axis, from.fraction + t * (to.fraction - from.fraction), from.s, to.s, start);
+    close(low, axis.lo());
+    close(high, axis.hi());
+    if (low.value > 0) return {Outcome::below, axis.lo(), notANumber};
+    if (high.value < 0) return {Outcome::above, axis.hi(), notANumber};
+    // Each point of the piece lies between its ends: the line of its fraction is searched from where the
+    // point before was found, the first from where the ends put it.
+    const double t0 = low.value / (low.value - high.value);
+    double s = low.point.s + t0 * (high.point.s - low.point.s);
+    Found point = low.point;
+    double at = notANumber;
+    const auto pointAt = [&](double t) {
+        if (t == at) return;
+        point = boundary_(axis, low.point.fraction + t * (high.point.fraction - low.point.fraction), low.point.s,
+                          high.point.s, s);
+        s = point.s;
+        at = t;
     };
-    double s = from.s;
     MonotoneRoot root;
     const Outcome outcome = root.find(
         [&](double t) {
-            const Found point = pointAt(t, s);
-            s = point.s;
+            pointAt(t);
             return MonotoneRoot::Sample{valueAt_(axis, point, f), notANumber};
         },
-        0, 1, fromValue / (fromValue - toValue), tolerance);
-    Found point = pointAt(root.x(), s);
+        0, 1, t0, tolerance, 0.01);
+    pointAt(root.x());
     point.outcome = outcome;
     return point;
 }
@@ -213,7 +233,7 @@ FlashStart::Result FlashStart::alongPressure_(const std::function<Found(const Ax
     const double startValue = value(start);
     if (std::isnan(startValue)) return Result::unsure;
     double a = start, b = start, direction = 1;
-    for (double step = 0.01; a == start && step < 4 * (pressures.hi() - pressures.lo()); step *= 4) {
+    for (double step = 0.01; a == start && step < 2 * (pressures.hi() - pressures.lo()); step *= 2) {
         for (const double side : {1.0, -1.0}) {
             const double s = std::clamp(start + side * step, pressures.lo(), pressures.hi());
             const double v = s == start ? startValue : value(s);

@@ -50,7 +50,9 @@ private:
     Result solve_();
     // The flash at the point found, or what stands in the way.
     Result finish_(const Axis& axis, const Found& found);
-    Found find_(const Axis& axis, const Evaluate& f, double lo, double hi, double start, double fraction);
+    // Where f, increasing, is zero within the tolerance given.
+    Found find_(const Axis& axis, const Evaluate& f, double lo, double hi, double start, double fraction,
+                double within);
     // The flash at a point, without derivatives: the state that the solve starts from.
     void place_(const Axis& axis, const Found& at);
     double valueAt_(const Axis& axis, const Found& at, const Read& f);
@@ -59,7 +61,12 @@ private:
     Found boundary_(const Axis& axis, double fraction, double lo, double hi, double start);
     // Where f is zero along the axis, piece by piece.
     Found along_(const Axis& axis, const Read& f, double start);
-    Found alongTwoPhase_(const Axis& axis, const Read& f, const Found& low, const Found& high);
+    // A boundary point with the value of f there (NaN where the boundary lies beyond the range).
+    struct End {
+        Found point;
+        double value;
+    };
+    Found alongTwoPhase_(const Axis& axis, const Read& f, End low, End high);
     // For the modes that give neither P nor T: along ln P, each point solved by `inner` along T at its
     // pressure; f may rise or fall with P, and the root nearest the start is taken.
     Result alongPressure_(const std::function<Found(const Axis& axis)>& inner, const Read& f, double start);
