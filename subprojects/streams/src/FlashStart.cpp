@@ -233,7 +233,7 @@ FlashStart::Result FlashStart::alongPressure_(const std::function<Found(const Ax
     const double startValue = value(start);
     if (std::isnan(startValue)) return Result::unsure;
     double a = start, b = start, direction = 1;
-    for (double step = 0.01; a == start && step < 2 * (pressures.hi() - pressures.lo()); step *= 2) {
+    for (double step = 0.01; a == b && step < 2 * (pressures.hi() - pressures.lo()); step *= 2) {
         for (const double side : {1.0, -1.0}) {
             const double s = std::clamp(start + side * step, pressures.lo(), pressures.hi());
             const double v = s == start ? startValue : value(s);
