@@ -2,6 +2,7 @@
 #include <tarvo/core/SolverNleRecipesAutomatic.h>
 #include <tarvo/flowsheet/FlowSheet.h>
 #include <tarvo/flowsheet/Layout.h>
+#include <tarvo/flowsheet/SequentialConvergence.h>
 #include <tarvo/flowsheet/TaskGraph.h>
 #include <tarvo/flowsheet/Terminator.h>
 #include <tarvo/phases/PhaseMassMolarProperties.h>
@@ -28,6 +29,8 @@ namespace {
 constexpr int verbosityFile = -1;
 const Value noMass(0.0, "kg/s");
 const Value noEnergy(0.0, "W");
+// The sequential passes that any flowsheet may take, whatever fewer its sequential() asks for.
+constexpr int leastPasses = 5;
 
 // The number behind the prefix of a port ("in3" gives 2), -1 for anything else.
 int portIndex(const std::string& port, const std::string& prefix) {
@@ -39,7 +42,7 @@ int portIndex(const std::string& port, const std::string& prefix) {
 } // namespace
 
 // What a flowsheet keeps beside its items: the graph, the included objectives, the solver, the connections
-// of its ports and its cuts.
+// of its ports, its cuts and its sequential convergence.
 class FlowSheet::Private : public virtual Diagnostic {
 public:
     // A cut: the tear copy in(), which starts at the source, and the stream out() that it stands for.
@@ -48,7 +51,7 @@ public:
         Stream* out;
     };
 
-    explicit Private(FlowSheet* q) : q_(q), solver(0, q) {}
+    explicit Private(FlowSheet* q) : q_(q), solver(0, q), sequential(*q) {}
 
     // The graph of a flowsheet retrieved from the store, from the ends that its streams remember.
     void build();
@@ -62,12 +65,12 @@ public:
     FlowSheet* q_;
     TaskGraph graph;
     std::vector<ObjectiveNleAd*> included;
-    int maximumSequential = 5;
     SolverNleRecipesAutomatic solver;
     std::map<std::string, std::string> inputconnections_;
     std::map<std::string, std::string> outputconnections_;
     std::map<std::string, Cut> cuts; // by the tag of in()
     bool setupDone = false;
+    SequentialConvergence sequential;
 };
 
 namespace {
@@ -605,7 +608,6 @@ void FlowSheet::go(SolutionMode mode, int level) {
     if (!d_->graph.scheduled()) d_->graph.doSchedule(level, 1, rootNode());
     setup_of();
     vertexOf(*this, "sink").setPristine();
-    const int maximum = std::max(d_->maximumSequential, sequential());
     const bool inside = nested();
     if (inside) copyInlets();
     switch (mode) {
@@ -615,13 +617,13 @@ void FlowSheet::go(SolutionMode mode, int level) {
         break;
     case onePass:
         TARVO_LOG(3) << "Calculating one pass with level = " << level;
-        pre(onePass, level);
-        d_->graph.singlePass(onePass, level);
-        post(onePass, level);
+        pass(onePass, level);
         break;
-    default:
+    default: {
+        const int maximum = std::max(leastPasses, sequential());
         TARVO_LOG(2) << "Calculating sequentially flowsheet with maximum iterations = " << maximum;
-        sequentialPasses_(maximum, level);
+        d_->sequential.converge(method_, maximum, level);
+    }
     }
     if (inside) {
         copyOutlets();
@@ -630,39 +632,10 @@ void FlowSheet::go(SolutionMode mode, int level) {
     countCalculation();
 }
 
-void FlowSheet::sequentialPasses_(int maximum, int level) {
-    if (method_ != CutsSolution::direct && method_ != CutsSolution::wegstein) return;
-    double last = 1.0;
-    int iterations = 0;
-    int stalled = 0;
-    while (maximum >= 1) {
-        resetErrors();
-        pre(Calculatable::sequential, level);
-        d_->graph.singlePass(Calculatable::sequential, level);
-        post(Calculatable::sequential, level);
-        auto it = ass_.begin();
-        makeSequentialAssembly(it);
-        if (iterations < 10 || method_ == CutsSolution::direct)
-            directstep();
-        else
-            wegsteinstep();
-        last = seqErr.toDouble();
-        seqErr = deltaseq();
-        TARVO_LOG(2) << " Iter = " << iterations << " Error = " << seqErr.toDouble();
-        if (seqErr < seqTol) break;
-        if (std::fabs(seqErr.toDouble() / last) > 0.99) {
-            if (++stalled == 11) break;
-        } else {
-            stalled = 0;
-        }
-        if (seqErr.isnan()) break;
-        if (++iterations >= maximum) break;
-    }
-    NITER = iterations;
-    if (maximum <= NITER.value())
-        reportError("flowsheet sequential convergence failure: maximum iterations reached;");
-    if (stalled == 11) reportError("flowsheet sequential convergence failure: non decreasing residues;");
-    if (seqErr.isnan()) reportError("flowsheet sequential convergence failure: NaN residue;");
+void FlowSheet::pass(SolutionMode mode, int level) {
+    pre(mode, level);
+    d_->graph.singlePass(mode, level);
+    post(mode, level);
 }
 
 void FlowSheet::simultaneousSolve_() {

@@ -33,6 +33,8 @@ public:
     // Hooks around each pass over the units.
     virtual void pre(SolutionMode mode, int level) = 0;
     virtual void post(SolutionMode mode, int level) = 0;
+    // One pass over the units in the order of the schedule, between the hooks.
+    void pass(SolutionMode mode, int level);
     // The flowsheet's own design equations, through makeAssignment.
     virtual void makeUserEquations(std::list<Assignment*>::iterator& it) = 0;
     // The number of sequential passes that this flowsheet wants at most, beyond the default of 5.
@@ -101,7 +103,6 @@ protected:
 private:
     class Private;
 
-    void sequentialPasses_(int maximum, int level);
     void simultaneousSolve_();
 
     CutsSolution method_ = CutsSolution::direct;
