@@ -1,8 +1,8 @@
 #include <tarvo/components/ListComponents.h>
-#include <tarvo/core/SolverNleRecipesAutomatic.h>
 #include <tarvo/flowsheet/FlowSheet.h>
 #include <tarvo/flowsheet/Layout.h>
 #include <tarvo/flowsheet/SequentialConvergence.h>
+#include <tarvo/flowsheet/SimultaneousConvergence.h>
 #include <tarvo/flowsheet/TaskGraph.h>
 #include <tarvo/flowsheet/Terminator.h>
 #include <tarvo/phases/PhaseMassMolarProperties.h>
@@ -13,7 +13,6 @@
 
 #include <algorithm>
 #include <cassert>
-#include <cmath>
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
@@ -41,8 +40,8 @@ int portIndex(const std::string& port, const std::string& prefix) {
 }
 } // namespace
 
-// What a flowsheet keeps beside its items: the graph, the included objectives, the solver, the connections
-// of its ports, its cuts and its sequential convergence.
+// What a flowsheet keeps beside its items: the graph, the connections of its ports, its cuts and the two
+// ways of converging them.
 class FlowSheet::Private : public virtual Diagnostic {
 public:
     // A cut: the tear copy in(), which starts at the source, and the stream out() that it stands for.
@@ -51,26 +50,20 @@ public:
         Stream* out;
     };
 
-    explicit Private(FlowSheet* q) : q_(q), solver(0, q), sequential(*q) {}
+    explicit Private(FlowSheet* q) : q_(q), sequential(*q), simultaneous(*q) {}
 
     // The graph of a flowsheet retrieved from the store, from the ends that its streams remember.
     void build();
-    void include(ObjectiveNleAd* objective) {
-        included.push_back(objective);
-        q_->addObjectiveFunction(*objective);
-    }
     void addCut_(const std::string& in, const std::string& out);
     void removeCut_(const std::string& in, const std::string& out);
 
     FlowSheet* q_;
     TaskGraph graph;
-    std::vector<ObjectiveNleAd*> included;
-    SolverNleRecipesAutomatic solver;
     std::map<std::string, std::string> inputconnections_;
     std::map<std::string, std::string> outputconnections_;
     std::map<std::string, Cut> cuts; // by the tag of in()
-    bool setupDone = false;
     SequentialConvergence sequential;
+    SimultaneousConvergence simultaneous;
 };
 
 namespace {
@@ -525,63 +518,11 @@ void FlowSheet::makeSequentialAssembly(std::list<Assignment*>::iterator& it) {
 }
 
 void FlowSheet::setup_of() {
-    if (d_->setupDone) return;
-    d_->setupDone = true;
-    TARVO_LOG(3) << "Gather unknowns and residuals based on Assignments";
-    auto end = ass_.end();
-    makeSequentialAssembly(end);
-    std::size_t k = 0;
-    for (Assignment* a : ass_)
-        addUnknown(&a->lhs(), scalers_[k++], a->tag());
-    TARVO_LOG(3) << "Pick up objective functions in blocks and feed streams";
-    const bool inside = nested();
-    for (const auto& [tag, child] : children()) {
-        if (auto* stream = dynamic_cast<Stream*>(child.get())) {
-            // The feeds of a flowsheet inside another are copies of streams outside; its cut copies are its
-            // own.
-            if (!inside && stream->fromTAG.value() == "source") {
-                TARVO_LOG(4) << "not inside flowsheet-in-flowsheet, hence include Flash of " << tag;
-            } else if (inside && stream->isCut()) {
-                TARVO_LOG(4) << "inside flowsheet-in-flowsheet but cut stream, hence include Flash of "
-                             << tag;
-            } else {
-                continue;
-            }
-            Flash& flash = flashOf(*stream);
-            if (flash.size() > 0) d_->include(&flash);
-        } else if (auto* unit = dynamic_cast<ObjectiveNleAdVertex*>(child.get())) {
-            unit->setup_of();
-            if (unit->size() > 0) d_->include(unit);
-        }
-    }
-    TARVO_LOG(3) << "Finished with " << size() << " equations and " << d_->included.size()
-                 << " objective functions";
+    d_->simultaneous.gather();
 }
 
 int FlowSheet::calculateResidualsLocal() {
-    resetErrors();
-    go(onePass, 0);
-    auto it = ass_.begin();
-    makeSequentialAssembly(it);
-    constexpr double degenerate = 4.440892098500626e-16;
-    uint32_t offset = 0;
-    for (Assignment* a : ass_) {
-        Value& r = residuals[offset];
-        r = (a->lhs() - a->rhs) * a->scale;
-        if (Active::numdir() > 0 && std::fabs(r.active().sumDerivatives()) < degenerate) {
-            reportWarning("degenerate equation " + a->tag());
-            // A zero with the derivatives of lhs keeps the row of the Jacobian alive.
-            r.active() += a->lhs().active() - a->lhs().toDouble();
-        }
-        ++offset;
-    }
-    for (ObjectiveNleAd* objective : d_->included) {
-        // A flash without flow switches its residuals off by adding zeros to what its places hold.
-        for (unsigned k = 0; k < objective->size(); ++k)
-            residuals[offset + k].clear();
-        offset += objective->calculateResiduals(residuals, offset);
-    }
-    return static_cast<int>(offset);
+    return d_->simultaneous.calculateResiduals(residuals);
 }
 
 void FlowSheet::calculate(int level) {
@@ -613,7 +554,8 @@ void FlowSheet::go(SolutionMode mode, int level) {
     switch (mode) {
     case simultaneous:
         TARVO_LOG(2) << "Calculating simultaneously flowsheet with level = " << level;
-        simultaneousSolve_();
+        if (!simultaneousSupported()) throw ErrorRunTime(TARVO_FUNCTION, "Simultaneous mode not supported");
+        d_->simultaneous.solve();
         break;
     case onePass:
         TARVO_LOG(3) << "Calculating one pass with level = " << level;
@@ -636,19 +578,4 @@ void FlowSheet::pass(SolutionMode mode, int level) {
     pre(mode, level);
     d_->graph.singlePass(mode, level);
     post(mode, level);
-}
-
-void FlowSheet::simultaneousSolve_() {
-    if (!simultaneousSupported()) throw ErrorRunTime(TARVO_FUNCTION, "Simultaneous mode not supported");
-    SolverNleRecipesAutomatic& solver = d_->solver;
-    solver.setVerbosityInstance(1);
-    solver.resize(static_cast<int>(size()));
-    init(solver.x());
-    solver.setMaxIterations(maximumIterations());
-    solver.setTolerances(0, 0, 1e-11, 0);
-    const int status = solver.solve();
-    if (status < 0) reportWarning(solver.statusText(status));
-    if (status > 0) reportError(solver.statusText(status));
-    if (solver.failed()) reportError("simultaneous convergence failure;");
-    NITER = solver.iterations();
 }

@@ -1,0 +1,38 @@
+#ifndef TARVO_FLOWSHEET_SIMULTANEOUSCONVERGENCE_H
+#define TARVO_FLOWSHEET_SIMULTANEOUSCONVERGENCE_H
+
+#include <tarvo/core/SolverNleRecipesAutomatic.h>
+#include <tarvo/utility/Diagnostic.h>
+#include <tarvo/value/Value.h>
+
+#include <vector>
+
+class FlowSheet;
+class ObjectiveNleAd;
+
+// Converges a flowsheet as one Newton system. Its unknowns are the lhs of the flowsheet's assignments, then
+// those of the objectives that it includes: its units' and its feed streams' flashes, or, for a flowsheet
+// inside another, the flashes of its cut copies. One evaluation of the residuals is one pass over the units;
+// the Jacobian comes from the derivatives that the pass carries.
+class SimultaneousConvergence : public virtual Diagnostic {
+public:
+    explicit SimultaneousConvergence(FlowSheet& sheet);
+
+    // Adds the unknowns to the flowsheet's system and includes the objectives, once.
+    void gather();
+    // One pass, then the residuals of the assignments and of the included objectives into r from its start.
+    // Returns how many it wrote.
+    int calculateResiduals(std::vector<Value>& r);
+    // Solves from the flowsheet's present state; NITER takes the iterations, the flowsheet the outcome.
+    void solve();
+
+private:
+    void include_(ObjectiveNleAd& objective);
+
+    FlowSheet& sheet_;
+    SolverNleRecipesAutomatic solver_;
+    std::vector<ObjectiveNleAd*> included_;
+    bool gathered_ = false;
+};
+
+#endif
