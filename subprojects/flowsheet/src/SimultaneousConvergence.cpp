@@ -4,8 +4,6 @@
 #include <tarvo/units/StreamOperations.h>
 #include <tarvo/utility/Log.h>
 
-#include <cmath>
-
 namespace {
 constexpr int verbosityFile = -1;
 } // namespace
@@ -64,7 +62,7 @@ int SimultaneousConvergence::calculateResiduals(std::vector<Value>& r) {
     for (Assignment* a : sheet_.assignments()) {
         Value& residual = r[offset];
         residual = (a->lhs() - a->rhs) * a->scale;
-        if (Active::numdir() > 0 && std::fabs(residual.active().sumDerivatives()) < degenerate) {
+        if (Active::numdir() > 0 && residual.active().sumAbsoluteDerivatives() < degenerate) {
             sheet_.reportWarning("degenerate equation " + a->tag());
             // A zero with the derivatives of lhs keeps the row of the Jacobian alive.
             residual.active() += a->lhs().active() - a->lhs().toDouble();

@@ -55,6 +55,19 @@ public:
     std::vector<std::pair<int, int>> calls;
 };
 
+// A divider of the feed F into the outlets A, B and C, whose first two splits s0 and s1 are set by design
+// equations: A takes a fifth of the feed more than B (s0 = s1 + 0.2), and B as much as C (s1 = s2, where s2
+// is what the others leave). Converged simultaneously alone; its unknowns, the two splits and the two of the
+// feed's flash, are few enough for the dense store of derivatives.
+class SplitSheet : public FlowSheet {
+public:
+    SplitSheet(const Tarvo::Persistency::Defaults& defaults, uint32_t id, Persistency* persistency,
+               Persistent* parent, Persistent* root);
+    void pre(SolutionMode, int) override {}
+    void post(SolutionMode, int) override {}
+    void makeUserEquations(std::list<Assignment*>::iterator& it) override;
+};
+
 // The kernel with its species, the types of streams, units and flowsheets and the fixtures above, in a
 // folder of its own for the drawings that scheduling leaves.
 class FlowsheetTest : public ::testing::Test {
