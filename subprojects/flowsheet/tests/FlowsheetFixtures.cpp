@@ -42,6 +42,7 @@ LoopSheet::LoopSheet(const Defaults& defaults, uint32_t id, Persistency* persist
     addVariable(method);
     addVariable(passes);
     addVariable(design);
+    addVariable(water);
     setCutsSolution(static_cast<CutsSolution>(method.value()));
     if (!persistency) {
         const std::string type = retrieveString(defaults, id, persistency, "stream", "StreamSimpleLiquid");
@@ -74,11 +75,11 @@ LoopSheet::LoopSheet(const Defaults& defaults, uint32_t id, Persistency* persist
 
 void LoopSheet::makeUserEquations(std::list<Assignment*>::iterator& it) {
     if (design.value() != 1) return;
-    static const Value water(360.0, "kg/h");
+    const Value recycle(water.value(), "kg/h");
     Value& split = dynamic_cast<Separator&>(child("SEP")).outSplit[0][2];
     const Value& mixed = dynamic_cast<Stream&>(child("MIXED")).Tphase->mdotcomps[2];
     // The split of water that leaves the wanted recycle of the present mixed flow; bounded to (0, 1).
-    makeAssignment(it, split, 1.0 - water / mixed, "SEP.outSplit[0][2]", "Water split to product", 2,
+    makeAssignment(it, split, 1.0 - recycle / mixed, "SEP.outSplit[0][2]", "Water split to product", 2,
                    Tarvo::Utility::ScalingMode::arctangentExclusive, 0.0, 1.0, one);
 }
 

@@ -23,7 +23,8 @@ public:
     // One pass, then the residuals of the assignments and of the included objectives into r from its start.
     // Returns how many it wrote.
     int calculateResiduals(std::vector<Value>& r);
-    // Solves from the flowsheet's present state; NITER takes the iterations, the flowsheet the outcome.
+    // Solves from the flowsheet's present state; NITER takes the iterations. A solve that ends with a status
+    // other than 0, or with residuals that fail the merit test, is a failure: an error of the flowsheet.
     void solve();
 
 private:
