@@ -18,6 +18,20 @@ void SimultaneousConvergence::include_(ObjectiveNleAd& objective) {
     sheet_.addObjectiveFunction(objective);
 }
 
+// The feeds of a flowsheet inside another are copies of streams outside; its cut copies are its own.
+bool SimultaneousConvergence::ownsFlash_(const Stream& stream, bool inside) const {
+    if (!inside && stream.fromTAG.value() == "source") {
+        TARVO_LOG(4) << "not inside flowsheet-in-flowsheet, hence include Flash of " << stream.tag();
+        return true;
+    }
+    if (inside && stream.isCut()) {
+        TARVO_LOG(4) << "inside flowsheet-in-flowsheet but cut stream, hence include Flash of "
+                     << stream.tag();
+        return true;
+    }
+    return false;
+}
+
 void SimultaneousConvergence::gather() {
     if (gathered_) return;
     gathered_ = true;
@@ -31,16 +45,7 @@ void SimultaneousConvergence::gather() {
     const bool inside = sheet_.nested();
     for (const auto& [tag, child] : sheet_.children()) {
         if (auto* stream = dynamic_cast<Stream*>(child.get())) {
-            // The feeds of a flowsheet inside another are copies of streams outside; its cut copies are its
-            // own.
-            if (!inside && stream->fromTAG.value() == "source") {
-                TARVO_LOG(4) << "not inside flowsheet-in-flowsheet, hence include Flash of " << tag;
-            } else if (inside && stream->isCut()) {
-                TARVO_LOG(4) << "inside flowsheet-in-flowsheet but cut stream, hence include Flash of "
-                             << tag;
-            } else {
-                continue;
-            }
+            if (!ownsFlash_(*stream, inside)) continue;
             Flash& flash = flashOf(*stream);
             if (flash.size() > 0) include_(flash);
         } else if (auto* unit = dynamic_cast<ObjectiveNleAdVertex*>(child.get())) {
@@ -52,23 +57,25 @@ void SimultaneousConvergence::gather() {
                  << " objective functions";
 }
 
+void SimultaneousConvergence::assignResidual_(const Assignment& a, Value& residual) {
+    constexpr double degenerate = 4.440892098500626e-16;
+    residual = (a.lhs() - a.rhs) * a.scale;
+    // Where derivatives are carried, a row that depends on no unknown would make the Jacobian singular.
+    if (Active::numdir() > 0 && residual.active().sumAbsoluteDerivatives() < degenerate) {
+        sheet_.reportWarning("degenerate equation " + a.tag());
+        // A zero with the derivatives of lhs keeps the row of the Jacobian alive.
+        residual.active() += a.lhs().active() - a.lhs().toDouble();
+    }
+}
+
 int SimultaneousConvergence::calculateResiduals(std::vector<Value>& r) {
     sheet_.resetErrors();
     sheet_.go(Calculatable::onePass, 0);
     auto it = sheet_.assignments().begin();
     sheet_.makeSequentialAssembly(it);
-    constexpr double degenerate = 4.440892098500626e-16;
     uint32_t offset = 0;
-    for (Assignment* a : sheet_.assignments()) {
-        Value& residual = r[offset];
-        residual = (a->lhs() - a->rhs) * a->scale;
-        if (Active::numdir() > 0 && residual.active().sumAbsoluteDerivatives() < degenerate) {
-            sheet_.reportWarning("degenerate equation " + a->tag());
-            // A zero with the derivatives of lhs keeps the row of the Jacobian alive.
-            residual.active() += a->lhs().active() - a->lhs().toDouble();
-        }
-        ++offset;
-    }
+    for (Assignment* a : sheet_.assignments())
+        assignResidual_(*a, r[offset++]);
     for (ObjectiveNleAd* objective : included_) {
         // A flash without flow switches its residuals off by adding zeros to what its places hold.
         for (unsigned k = 0; k < objective->size(); ++k)

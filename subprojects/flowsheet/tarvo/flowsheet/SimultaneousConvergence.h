@@ -7,8 +7,10 @@
 
 #include <vector>
 
+class Assignment;
 class FlowSheet;
 class ObjectiveNleAd;
+class Stream;
 
 // Converges a flowsheet as one Newton system. Its unknowns are the lhs of the flowsheet's assignments, then
 // those of the objectives that it includes: its units' and its feed streams' flashes, or, for a flowsheet
@@ -28,7 +30,11 @@ public:
     void solve();
 
 private:
+    // Whether the flash of a stream of the flowsheet is an objective of its system.
+    bool ownsFlash_(const Stream& stream, bool inside) const;
     void include_(ObjectiveNleAd& objective);
+    // residual = (lhs - rhs) * scale, in place; a row without derivatives gets those of lhs, with a warning.
+    void assignResidual_(const Assignment& a, Value& residual);
 
     FlowSheet& sheet_;
     SolverNleRecipesAutomatic solver_;
