@@ -1,7 +1,8 @@
 #include <tarvo/components/ListComponents.h>
-#include <tarvo/core/SolverNleRecipesAutomatic.h>
 #include <tarvo/flowsheet/FlowSheet.h>
 #include <tarvo/flowsheet/Layout.h>
+#include <tarvo/flowsheet/SequentialConvergence.h>
+#include <tarvo/flowsheet/SimultaneousConvergence.h>
 #include <tarvo/flowsheet/TaskGraph.h>
 #include <tarvo/flowsheet/Terminator.h>
 #include <tarvo/phases/PhaseMassMolarProperties.h>
@@ -12,7 +13,6 @@
 
 #include <algorithm>
 #include <cassert>
-#include <cmath>
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
@@ -28,6 +28,8 @@ namespace {
 constexpr int verbosityFile = -1;
 const Value noMass(0.0, "kg/s");
 const Value noEnergy(0.0, "W");
+// The sequential passes that any flowsheet may take, whatever fewer its sequential() asks for.
+constexpr int leastPasses = 5;
 
 // The number behind the prefix of a port ("in3" gives 2), -1 for anything else.
 int portIndex(const std::string& port, const std::string& prefix) {
@@ -38,8 +40,8 @@ int portIndex(const std::string& port, const std::string& prefix) {
 }
 } // namespace
 
-// What a flowsheet keeps beside its items: the graph, the included objectives, the solver, the connections
-// of its ports and its cuts.
+// What a flowsheet keeps beside its items: the graph, the connections of its ports, its cuts and the two
+// ways of converging them.
 class FlowSheet::Private : public virtual Diagnostic {
 public:
     // A cut: the tear copy in(), which starts at the source, and the stream out() that it stands for.
@@ -48,26 +50,20 @@ public:
         Stream* out;
     };
 
-    explicit Private(FlowSheet* q) : q_(q), solver(0, q) {}
+    explicit Private(FlowSheet* q) : q_(q), sequential(*q), simultaneous(*q) {}
 
     // The graph of a flowsheet retrieved from the store, from the ends that its streams remember.
     void build();
-    void include(ObjectiveNleAd* objective) {
-        included.push_back(objective);
-        q_->addObjectiveFunction(*objective);
-    }
     void addCut_(const std::string& in, const std::string& out);
     void removeCut_(const std::string& in, const std::string& out);
 
     FlowSheet* q_;
     TaskGraph graph;
-    std::vector<ObjectiveNleAd*> included;
-    int maximumSequential = 5;
-    SolverNleRecipesAutomatic solver;
     std::map<std::string, std::string> inputconnections_;
     std::map<std::string, std::string> outputconnections_;
     std::map<std::string, Cut> cuts; // by the tag of in()
-    bool setupDone = false;
+    SequentialConvergence sequential;
+    SimultaneousConvergence simultaneous;
 };
 
 namespace {
@@ -522,63 +518,11 @@ void FlowSheet::makeSequentialAssembly(std::list<Assignment*>::iterator& it) {
 }
 
 void FlowSheet::setup_of() {
-    if (d_->setupDone) return;
-    d_->setupDone = true;
-    TARVO_LOG(3) << "Gather unknowns and residuals based on Assignments";
-    auto end = ass_.end();
-    makeSequentialAssembly(end);
-    std::size_t k = 0;
-    for (Assignment* a : ass_)
-        addUnknown(&a->lhs(), scalers_[k++], a->tag());
-    TARVO_LOG(3) << "Pick up objective functions in blocks and feed streams";
-    const bool inside = nested();
-    for (const auto& [tag, child] : children()) {
-        if (auto* stream = dynamic_cast<Stream*>(child.get())) {
-            // The feeds of a flowsheet inside another are copies of streams outside; its cut copies are its
-            // own.
-            if (!inside && stream->fromTAG.value() == "source") {
-                TARVO_LOG(4) << "not inside flowsheet-in-flowsheet, hence include Flash of " << tag;
-            } else if (inside && stream->isCut()) {
-                TARVO_LOG(4) << "inside flowsheet-in-flowsheet but cut stream, hence include Flash of "
-                             << tag;
-            } else {
-                continue;
-            }
-            Flash& flash = flashOf(*stream);
-            if (flash.size() > 0) d_->include(&flash);
-        } else if (auto* unit = dynamic_cast<ObjectiveNleAdVertex*>(child.get())) {
-            unit->setup_of();
-            if (unit->size() > 0) d_->include(unit);
-        }
-    }
-    TARVO_LOG(3) << "Finished with " << size() << " equations and " << d_->included.size()
-                 << " objective functions";
+    d_->simultaneous.gather();
 }
 
 int FlowSheet::calculateResidualsLocal() {
-    resetErrors();
-    go(onePass, 0);
-    auto it = ass_.begin();
-    makeSequentialAssembly(it);
-    constexpr double degenerate = 4.440892098500626e-16;
-    uint32_t offset = 0;
-    for (Assignment* a : ass_) {
-        Value& r = residuals[offset];
-        r = (a->lhs() - a->rhs) * a->scale;
-        if (Active::numdir() > 0 && std::fabs(r.active().sumDerivatives()) < degenerate) {
-            reportWarning("degenerate equation " + a->tag());
-            // A zero with the derivatives of lhs keeps the row of the Jacobian alive.
-            r.active() += a->lhs().active() - a->lhs().toDouble();
-        }
-        ++offset;
-    }
-    for (ObjectiveNleAd* objective : d_->included) {
-        // A flash without flow switches its residuals off by adding zeros to what its places hold.
-        for (unsigned k = 0; k < objective->size(); ++k)
-            residuals[offset + k].clear();
-        offset += objective->calculateResiduals(residuals, offset);
-    }
-    return static_cast<int>(offset);
+    return d_->simultaneous.calculateResiduals(residuals);
 }
 
 void FlowSheet::calculate(int level) {
@@ -605,23 +549,23 @@ void FlowSheet::go(SolutionMode mode, int level) {
     if (!d_->graph.scheduled()) d_->graph.doSchedule(level, 1, rootNode());
     setup_of();
     vertexOf(*this, "sink").setPristine();
-    const int maximum = std::max(d_->maximumSequential, sequential());
     const bool inside = nested();
     if (inside) copyInlets();
     switch (mode) {
     case simultaneous:
         TARVO_LOG(2) << "Calculating simultaneously flowsheet with level = " << level;
-        simultaneousSolve_();
+        if (!simultaneousSupported()) throw ErrorRunTime(TARVO_FUNCTION, "Simultaneous mode not supported");
+        d_->simultaneous.solve();
         break;
     case onePass:
         TARVO_LOG(3) << "Calculating one pass with level = " << level;
-        pre(onePass, level);
-        d_->graph.singlePass(onePass, level);
-        post(onePass, level);
+        pass(onePass, level);
         break;
-    default:
+    default: {
+        const int maximum = std::max(leastPasses, sequential());
         TARVO_LOG(2) << "Calculating sequentially flowsheet with maximum iterations = " << maximum;
-        sequentialPasses_(maximum, level);
+        d_->sequential.converge(method_, maximum, level);
+    }
     }
     if (inside) {
         copyOutlets();
@@ -630,52 +574,8 @@ void FlowSheet::go(SolutionMode mode, int level) {
     countCalculation();
 }
 
-void FlowSheet::sequentialPasses_(int maximum, int level) {
-    if (method_ != CutsSolution::direct && method_ != CutsSolution::wegstein) return;
-    double last = 1.0;
-    int iterations = 0;
-    int stalled = 0;
-    while (maximum >= 1) {
-        resetErrors();
-        pre(Calculatable::sequential, level);
-        d_->graph.singlePass(Calculatable::sequential, level);
-        post(Calculatable::sequential, level);
-        auto it = ass_.begin();
-        makeSequentialAssembly(it);
-        if (iterations < 10 || method_ == CutsSolution::direct)
-            directstep();
-        else
-            wegsteinstep();
-        last = seqErr.toDouble();
-        seqErr = deltaseq();
-        TARVO_LOG(2) << " Iter = " << iterations << " Error = " << seqErr.toDouble();
-        if (seqErr < seqTol) break;
-        if (std::fabs(seqErr.toDouble() / last) > 0.99) {
-            if (++stalled == 11) break;
-        } else {
-            stalled = 0;
-        }
-        if (seqErr.isnan()) break;
-        if (++iterations >= maximum) break;
-    }
-    NITER = iterations;
-    if (maximum <= NITER.value())
-        reportError("flowsheet sequential convergence failure: maximum iterations reached;");
-    if (stalled == 11) reportError("flowsheet sequential convergence failure: non decreasing residues;");
-    if (seqErr.isnan()) reportError("flowsheet sequential convergence failure: NaN residue;");
-}
-
-void FlowSheet::simultaneousSolve_() {
-    if (!simultaneousSupported()) throw ErrorRunTime(TARVO_FUNCTION, "Simultaneous mode not supported");
-    SolverNleRecipesAutomatic& solver = d_->solver;
-    solver.setVerbosityInstance(1);
-    solver.resize(static_cast<int>(size()));
-    init(solver.x());
-    solver.setMaxIterations(maximumIterations());
-    solver.setTolerances(0, 0, 1e-11, 0);
-    const int status = solver.solve();
-    if (status < 0) reportWarning(solver.statusText(status));
-    if (status > 0) reportError(solver.statusText(status));
-    if (solver.failed()) reportError("simultaneous convergence failure;");
-    NITER = solver.iterations();
+void FlowSheet::pass(SolutionMode mode, int level) {
+    pre(mode, level);
+    d_->graph.singlePass(mode, level);
+    post(mode, level);
 }

@@ -7,6 +7,7 @@
 #include <tarvo/phases/RegisterPhases.h>
 #include <tarvo/streams/RegisterStreams.h>
 #include <tarvo/streams/Stream.h>
+#include <tarvo/units/Divider.h>
 #include <tarvo/units/RegisterUnits.h>
 #include <tarvo/units/Separator.h>
 
@@ -14,6 +15,17 @@
 
 using Tarvo::Persistency::Defaults;
 using Tarvo::Utility::CutsSolution;
+
+namespace {
+// A feed of the same mass fraction of every component.
+void setEvenFeed(Stream& feed, const Value& mdot, const Value& P, const Value& T) {
+    feed.Tphase->mdot = mdot;
+    for (int i = 0; i < NCOMPONENTS; ++i)
+        feed.Tphase->w[i] = 1.0 / NCOMPONENTS;
+    feed.P = P;
+    feed.T = T;
+}
+} // namespace
 
 BareSheet::BareSheet(const Defaults& defaults, uint32_t id, Persistency* persistency, Persistent* parent,
                      Persistent* root)
@@ -30,6 +42,7 @@ LoopSheet::LoopSheet(const Defaults& defaults, uint32_t id, Persistency* persist
     addVariable(method);
     addVariable(passes);
     addVariable(design);
+    addVariable(water);
     setCutsSolution(static_cast<CutsSolution>(method.value()));
     if (!persistency) {
         const std::string type = retrieveString(defaults, id, persistency, "stream", "StreamSimpleLiquid");
@@ -62,11 +75,11 @@ LoopSheet::LoopSheet(const Defaults& defaults, uint32_t id, Persistency* persist
 
 void LoopSheet::makeUserEquations(std::list<Assignment*>::iterator& it) {
     if (design.value() != 1) return;
-    static const Value water(360.0, "kg/h");
+    const Value recycle(water.value(), "kg/h");
     Value& split = dynamic_cast<Separator&>(child("SEP")).outSplit[0][2];
     const Value& mixed = dynamic_cast<Stream&>(child("MIXED")).Tphase->mdotcomps[2];
     // The split of water that leaves the wanted recycle of the present mixed flow; bounded to (0, 1).
-    makeAssignment(it, split, 1.0 - water / mixed, "SEP.outSplit[0][2]", "Water split to product", 2,
+    makeAssignment(it, split, 1.0 - recycle / mixed, "SEP.outSplit[0][2]", "Water split to product", 2,
                    Tarvo::Utility::ScalingMode::arctangentExclusive, 0.0, 1.0, one);
 }
 
@@ -83,12 +96,31 @@ PlantSheet::PlantSheet(const Defaults& defaults, uint32_t id, Persistency* persi
     addUnit("TestLoop", Defaults("G", "Loop inside").setInteger("method", 3));
     addStream("StreamSimpleLiquid", {"FEED", "Feed of the plant"}, "source", "out", "G", "in");
     addStream("StreamSimpleLiquid", {"PROD", "Product of the plant"}, "G", "out", "sink", "in");
-    auto& feed = dynamic_cast<Stream&>(child("FEED"));
-    feed.Tphase->mdot = Value(7200.0, "kg/h");
-    for (int i = 0; i < NCOMPONENTS; ++i)
-        feed.Tphase->w[i] = 0.2;
-    feed.P = Value(3e5, "Pa");
-    feed.T = Value(300.0, "K");
+    setEvenFeed(dynamic_cast<Stream&>(child("FEED")), Value(7200.0, "kg/h"), Value(3e5, "Pa"),
+                Value(300.0, "K"));
+}
+
+SplitSheet::SplitSheet(const Defaults& defaults, uint32_t id, Persistency* persistency, Persistent* parent,
+                       Persistent* root)
+    : Model(defaults, id, persistency, parent, root), VertexBase(defaults, id, persistency, parent, root),
+      FlowSheet(defaults, id, persistency, parent, root) {
+    setCutsSolution(CutsSolution::newton);
+    if (persistency) return;
+    addUnit("Divider", Defaults("D", "Three outlets").setInteger("nOutlets", 3));
+    addStream("StreamSimpleLiquid", {"F", "Feed"}, "source", "out", "D", "in");
+    for (const char* outlet : {"A", "B", "C"})
+        addStream("StreamSimpleLiquid", {outlet, "Outlet"}, "D", "out", "sink", "in");
+    setEvenFeed(dynamic_cast<Stream&>(child("F")), Value(3600.0, "kg/h"), Value(2e5, "Pa"),
+                Value(320.0, "K"));
+}
+
+void SplitSheet::makeUserEquations(std::list<Assignment*>::iterator& it) {
+    static const Value lead(0.2);
+    auto& divider = dynamic_cast<Divider&>(child("D"));
+    makeAssignment(it, divider.outSplit[0], divider.outSplit[1] + lead, "D.outSplit[0]", "Lead of A over B",
+                   0, Tarvo::Utility::ScalingMode::noscaling, 0.0, 1.0, one);
+    makeAssignment(it, divider.outSplit[1], divider.outSplit[2], "D.outSplit[1]", "B as much as C", 1,
+                   Tarvo::Utility::ScalingMode::noscaling, 0.0, 1.0, one);
 }
 
 void FlowsheetTest::SetUp() {
@@ -103,6 +135,8 @@ void FlowsheetTest::SetUp() {
         NodeFactory::registerType<LoopSheet>("TestLoop", "Recycle loop", "flowsheet", true, {}, {}, {}, "",
                                              10, 10);
         NodeFactory::registerType<PlantSheet>("TestPlant", "Loop in a plant", "flowsheet", true, {}, {}, {},
+                                              "", 10, 10);
+        NodeFactory::registerType<SplitSheet>("TestSplit", "Divider by design", "flowsheet", true, {}, {}, {},
                                               "", 10, 10);
     }
     char pattern[] = "/tmp/tarvo-flowsheet-XXXXXX";

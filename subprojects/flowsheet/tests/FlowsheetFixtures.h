@@ -26,7 +26,8 @@ public:
 // state all of the feed leaves as product and REC carries (1 - s) / s of each component's feed.
 // Options: "method", the cut solution (1 direct, 2 newton, 3 wegstein); "passes", the sequential limit; the
 // string "stream", the stream type; "design" 1 for a user equation that sets the water split of SEP so that
-// the recycle carries 360 kg/h of water. Its ports in1 and out1 are FEED and PROD, for a flowsheet around it.
+// the recycle carries the item water, in kg/h (360). Its ports in1 and out1 are FEED and PROD, for a
+// flowsheet around it.
 class LoopSheet : public FlowSheet {
 public:
     LoopSheet(const Tarvo::Persistency::Defaults& defaults, uint32_t id, Persistency* persistency,
@@ -40,6 +41,7 @@ public:
     Integer method{"method", "Cut solution method", 1, this};
     Integer passes{"passes", "Maximum sequential passes", 500, this};
     Integer design{"design", "Water recycle set by the split", 0, this};
+    Integer water{"water", "Water recycle by design in kg per hour", 360, this};
     std::vector<std::pair<int, int>> calls; // mode and level of each pass
 };
 
@@ -53,6 +55,19 @@ public:
     void makeUserEquations(std::list<Assignment*>::iterator&) override {}
 
     std::vector<std::pair<int, int>> calls;
+};
+
+// A divider of the feed F into the outlets A, B and C, whose first two splits s0 and s1 are set by design
+// equations: A takes a fifth of the feed more than B (s0 = s1 + 0.2), and B as much as C (s1 = s2, where s2
+// is what the others leave). Converged simultaneously alone; its unknowns, the two splits and the two of the
+// feed's flash, are few enough for the dense store of derivatives.
+class SplitSheet : public FlowSheet {
+public:
+    SplitSheet(const Tarvo::Persistency::Defaults& defaults, uint32_t id, Persistency* persistency,
+               Persistent* parent, Persistent* root);
+    void pre(SolutionMode, int) override {}
+    void post(SolutionMode, int) override {}
+    void makeUserEquations(std::list<Assignment*>::iterator& it) override;
 };
 
 // The kernel with its species, the types of streams, units and flowsheets and the fixtures above, in a

@@ -47,10 +47,10 @@ template <typename V> void GenericActive<V>::setDerivative(int i, V d) {
     nd_ = sparseStore;
 }
 
-template <typename V> V GenericActive<V>::sumDerivatives() const {
+template <typename V> V GenericActive<V>::sumAbsoluteDerivatives() const {
     V sum = 0;
     if (numdir_ <= ndense) {
-        for (int i = 0; i < nd_; ++i) sum += dense_[i];
+        for (int i = 0; i < nd_; ++i) sum += std::fabs(dense_[i]);
     } else if (const Sparse* list = sparseList()) {
         for (const auto& entry : *list) sum += std::fabs(entry.second);
     }

@@ -280,7 +280,7 @@ TEST(ValueDerivatives, SparseStoreHoldsOnlyTheDirectionsReached) {
     EXPECT_EQ(f.active().derivative(7), 5.0);
     EXPECT_EQ(f.active().derivative(150), 1.0);
     EXPECT_EQ(f.active().derivative(42), 0.0);
-    EXPECT_EQ(f.active().sumDerivatives(), 6.0);
+    EXPECT_EQ(f.active().sumAbsoluteDerivatives(), 6.0);
     EXPECT_EQ(ActiveContext::direction(7), &x.active());
     // Reading an absent direction creates no entry: the text lists what is stored.
     EXPECT_EQ(f.active().str().find("(42)"), std::string::npos);
@@ -320,7 +320,7 @@ TEST(ValueDerivatives, ConstantsBuiltOutsideASolveCarryNoDerivatives) {
     t.active().inactivate(2);
     EXPECT_EQ(product.active().derivative(2), 3.0);
     EXPECT_EQ(product.active().derivative(0), 0.0);
-    EXPECT_EQ(product.active().sumDerivatives(), 3.0);
+    EXPECT_EQ(product.active().sumAbsoluteDerivatives(), 3.0);
     EXPECT_EQ(sum.active().derivative(2), 1.0);
 }
 
@@ -335,6 +335,21 @@ TEST(ValueDeathTest, AssigningAnActiveVariableUnderStrictReadOnlyStops) {
         },
         // The "severe error" line goes to standard output; the assertion names the broken rule.
         "Assertion `\\(numdir == 0\\) \\|\\| !strict_ro \\|\\| !active_' failed");
+}
+
+// x - y has the derivatives 1 and -1: signed, their sum 0 would pass it for a row that depends on nothing.
+TEST(ValueDerivatives, SumOfAbsoluteDerivativesIgnoresTheirSignsInEitherStore) {
+    for (int numdir : {2, 8}) {
+        Context context(numdir);
+        Value x(1.0), y(2.0);
+        x.active().setActive(0);
+        y.active().setActive(numdir - 1);
+        const Value f = x - 2.0 * y;
+        EXPECT_EQ(f.active().sumAbsoluteDerivatives(), 3.0) << numdir;
+        EXPECT_EQ((x - y).active().sumAbsoluteDerivatives(), 2.0) << numdir;
+        x.active().inactivate(0);
+        y.active().inactivate(numdir - 1);
+    }
 }
 
 TEST(ValueDerivatives, WritingInOneModeReplacesTheOtherStore) {

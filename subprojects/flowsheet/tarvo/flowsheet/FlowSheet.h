@@ -13,9 +13,10 @@
 // A unit whose inside is a graph of units and streams, between the two Terminator children "source" and
 // "sink". Concrete flowsheets derive from it: they add units and streams and name the cut streams that open
 // their recycles. A flowsheet converges its cuts sequentially, by passes over the units and steps of the
-// assignments, or simultaneously, as one Newton system of the assignments and the objectives of its units
-// and feed streams. It is a unit itself, so it can stand in another flowsheet: its ports "in<i>" and
-// "out<i>" are copied to and from the internal streams that the connections name.
+// assignments (SequentialConvergence), or simultaneously, as one Newton system of the assignments and the
+// objectives of its units and feed streams (SimultaneousConvergence). It is a unit itself, so it can stand in
+// another flowsheet: its ports "in<i>" and "out<i>" are copied to and from the internal streams that the
+// connections name.
 class FlowSheet : public virtual VertexBase,
                   public SequentialAssembly,
                   public ObjectiveNleAdFlowsheet,
@@ -33,6 +34,8 @@ public:
     // Hooks around each pass over the units.
     virtual void pre(SolutionMode mode, int level) = 0;
     virtual void post(SolutionMode mode, int level) = 0;
+    // One pass over the units in the order of the schedule, between the hooks.
+    void pass(SolutionMode mode, int level);
     // The flowsheet's own design equations, through makeAssignment.
     virtual void makeUserEquations(std::list<Assignment*>::iterator& it) = 0;
     // The number of sequential passes that this flowsheet wants at most, beyond the default of 5.
@@ -100,9 +103,6 @@ protected:
 
 private:
     class Private;
-
-    void sequentialPasses_(int maximum, int level);
-    void simultaneousSolve_();
 
     CutsSolution method_ = CutsSolution::direct;
     std::unique_ptr<Private> d_;

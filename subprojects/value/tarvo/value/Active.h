@@ -81,9 +81,9 @@ public:
     // The derivative for direction i; 0 for a direction that the store does not hold.
     V derivative(int i) const;
     void setDerivative(int i, V d);
-    // Sparse: sum of the absolute derivatives; dense: signed sum of all five. Tells a residual that
-    // depends on something from one that does not.
-    V sumDerivatives() const;
+    // The sum of the absolute derivatives, in either store. Tells a residual that depends on something from
+    // one that does not, whatever the signs of its derivatives.
+    V sumAbsoluteDerivatives() const;
     // Calls visit(direction, derivative) for the derivatives that the store of the current mode holds,
     // in ascending direction, so that a Jacobian is filled in one pass over its non-zeros.
     template <typename Visit> void forEachDerivative(Visit visit) const {
