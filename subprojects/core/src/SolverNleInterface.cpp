@@ -109,8 +109,3 @@ void SolverNleInterface::resetCounters_() {
 ObjectiveNleAd* SolverNleInterface::objectiveAd_() const {
     return dynamic_cast<ObjectiveNleAd*>(objective_);
 }
-
-bool SolverNleInterface::objectiveScales_() const {
-    // Only the unscaled objective's scalex is known to do nothing.
-    return !dynamic_cast<ObjectiveNleAuto*>(objective_) || objectiveAd_();
-}

@@ -49,7 +49,8 @@ void SolverNleRecipes::setTolerances(double alf, double tolx, double tolf, doubl
     if (tolmin != 0) TOLMIN_ = tolmin;
 }
 
-std::string SolverNleRecipes::iterationLine_(double f, const ObjectiveNleAd* ad) const {
+std::string SolverNleRecipes::iterationLine_(double f) const {
+    const ObjectiveNleAd* ad = objectiveAd_();
     int imax = 0;
     for (int i = 1; i < n_; ++i)
         if (std::fabs(F_[i]) > std::fabs(F_[imax])) imax = i;
@@ -68,8 +69,8 @@ int SolverNleRecipes::solve() {
     const int n = n_;
     iterations_ = 0;
     resetCounters_();
-    const ObjectiveNleAd* ad = objectiveAd_();
-    if (objectiveScales_()) objective_->scalex(x_.data());
+    // An objective in the model's own numbers has a scalex that changes nothing.
+    objective_->scalex(x_.data());
 
     double f = evaluateF();
     double test = maxAbs(F_);
@@ -85,7 +86,7 @@ int SolverNleRecipes::solve() {
 
     while (iterations_ < maxits_) {
         f = calculateFJ();
-        TARVO_LOG(1) << iterationLine_(f, ad);
+        TARVO_LOG(1) << iterationLine_(f);
         J_.multiplyTransposed(F_.data(), g_.data());
         std::copy(x_.begin(), x_.end(), xold_.begin());
         std::copy(F_.begin(), F_.end(), Fold_.begin());

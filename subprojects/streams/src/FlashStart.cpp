@@ -45,7 +45,7 @@ Value FlashStart::Axis::T(double s) const {
     return like(T0, pressure ? fixed : s);
 }
 
-FlashStart::FlashStart(Flash& flash) : flash_(flash), split_(dynamic_cast<FlashVl*>(&flash)) {}
+FlashStart::FlashStart(Flash& flash) : flash_(flash), split_(flash.twoPhase()) {}
 
 FlashStart::Result FlashStart::run() {
     const Value P = flash_.P, T = flash_.T;

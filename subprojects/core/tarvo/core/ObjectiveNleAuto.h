@@ -16,7 +16,7 @@ public:
     explicit ObjectiveNleAuto(std::string name);
 
     void operator()(double* x, double* y, Jacobian* J) override;
-    // The numbers stay as they are; the solver recognises this class and skips the call.
+    // The numbers stay as they are.
     void scalex(double* x) override;
     void unscalex(double* x) override;
 

@@ -57,8 +57,6 @@ protected:
     void resetCounters_();
     // The objective as an ObjectiveNleAd, or null: for the tags of unknowns in the log.
     ObjectiveNleAd* objectiveAd_() const;
-    // Whether the objective's scalex changes anything, so that the solver must call it.
-    bool objectiveScales_() const;
 
     ObjectiveNleInterface* objective_;
     int n_ = 0;

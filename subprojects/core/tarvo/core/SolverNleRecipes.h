@@ -34,7 +34,7 @@ private:
     // Back to the start of the step: x_, F_ and f as they were.
     void restoreStart_(double fold, double& f);
     // The log line of an iteration: its number, f, the largest residual and the tag of its unknown.
-    std::string iterationLine_(double f, const ObjectiveNleAd* ad) const;
+    std::string iterationLine_(double f) const;
 
     double ALF_ = 0.0001;      // sufficient decrease as a fraction of the initial slope
     double TOLX_ = 1e-8;       // convergence on the step

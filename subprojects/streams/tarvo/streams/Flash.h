@@ -11,6 +11,8 @@
 #include <utility>
 #include <vector>
 
+class FlashVl;
+
 // The flash as a system of equations: temperature and pressure, and in derived classes the split between
 // phases, are unknowns of an objective solved by Newton's method. One fluid phase here: no equilibrium,
 // the residuals are the specification and the pressure.
@@ -32,6 +34,9 @@ public:
     virtual std::string statusText(int status) const;
     // The state at (P, T), in equilibrium, in the phases: a point of the start's searches.
     virtual void settle(const Value& P, const Value& T);
+    // The flash as one between two fluid phases, or null: a virtual call, where a cast costs more than
+    // a flash of a simple stream.
+    virtual FlashVl* twoPhase() { return nullptr; }
     // Registers the unknowns once: T, P, then those of derived classes.
     virtual void addUnknowns();
     virtual bool isSolved() const { return solved_; }

@@ -11,6 +11,7 @@ public:
     explicit FlashVl(std::string name = "FlashVl");
 
     void addUnknowns() override;
+    FlashVl* twoPhase() override { return this; }
     // K values at (P, T); the stream decides where they come from.
     virtual void fillkvl(const Value& /*P*/, const Value& /*T*/, bool /*estimating*/) {}
     // The split equation. Where the vapor fraction is specified, the phases' compositions must add up
