@@ -31,8 +31,12 @@ void Jacobian::release_() {
     patternRows_.clear();
 }
 
-void Jacobian::freeFactors_() {
+void Jacobian::freeNumeric_() {
     if (numeric_) numeric_ = cs_di_nfree(numeric_);
+}
+
+void Jacobian::freeFactors_() {
+    freeNumeric_();
     if (symbolic_) symbolic_ = cs_di_sfree(symbolic_);
 }
 
@@ -182,7 +186,7 @@ void Jacobian::multiplyTransposed(const double* v, double* out) const {
 
 int Jacobian::decompose() {
     if (sparse_) {
-        if (numeric_) numeric_ = cs_di_nfree(numeric_);
+        freeNumeric_();
         if (!symbolic_ || !samePattern_()) {
             if (symbolic_) symbolic_ = cs_di_sfree(symbolic_);
             // Ordering 2: minimum degree on A'A, with dense rows dropped, the choice for LU.
@@ -271,7 +275,7 @@ int Jacobian::solve(double* b) {
 int Jacobian::solveAndFree(double* b) {
     int status = decompose();
     if (status == 0) status = solve(b);
-    if (numeric_) numeric_ = cs_di_nfree(numeric_);
+    freeNumeric_();
     return status;
 }
 

@@ -8,6 +8,11 @@ namespace {
 constexpr int maxEvaluations = 200;
 constexpr double epsilon = std::numeric_limits<double>::epsilon();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+
+// A slope that a step can be taken with.
+bool usable(double slope) {
+    return std::isfinite(slope) && slope > 0;
+}
 } // namespace
 
 MonotoneRoot::Outcome MonotoneRoot::find(const std::function<Sample(double)>& f, double lo, double hi, double start,
@@ -42,12 +47,12 @@ MonotoneRoot::Outcome MonotoneRoot::find(const std::function<Sample(double)>& f,
         }
         // Without a slope of its own, that of the secant from the point before.
         double slope = s.slope;
-        if (!(std::isfinite(slope) && slope > 0) && evaluations_ > 1) slope = (s.value - before.value) / (t - tBefore);
+        if (!usable(slope) && evaluations_ > 1) slope = (s.value - before.value) / (t - tBefore);
         before = s;
         tBefore = t;
         double next = notANumber;
-        const bool probe = !(std::isfinite(slope) && slope > 0) && evaluations_ == 1 && std::isfinite(firstStep);
-        if (std::isfinite(s.value) && std::isfinite(slope) && slope > 0)
+        const bool probe = !usable(slope) && evaluations_ == 1 && std::isfinite(firstStep);
+        if (std::isfinite(s.value) && usable(slope))
             next = t - s.value / slope;
         else if (probe)
             next = std::clamp(t - std::copysign(firstStep, s.value), lo, hi);

@@ -7,6 +7,7 @@
 #include <tarvo/value/ActiveContext.h>
 
 #include <cassert>
+#include <optional>
 #include <utility>
 
 namespace {
@@ -49,18 +50,16 @@ void ObjectiveNleAuto::evaluate_(double* x, double* y, Jacobian* J) {
     // The numbers are written before the seeding, while no unknown is an independent variable: an active
     // unknown is read-only.
     setPoint_(x);
+    std::optional<Seeding> seeding;
+    if (J) seeding.emplace(*this);
+    fillResiduals_();
     const unsigned n = size();
+    for (unsigned i = 0; i < n; ++i)
+        y[i] = residuals[i].toDouble();
     if (!J) {
-        fillResiduals_();
-        for (unsigned i = 0; i < n; ++i)
-            y[i] = residuals[i].toDouble();
         modelAtPoint_ = true;
         return;
     }
-    Seeding seeding(*this);
-    fillResiduals_();
-    for (unsigned i = 0; i < n; ++i)
-        y[i] = residuals[i].toDouble();
     assert(n == J->size());
     J->fill(residuals, columnFactors_(x), columnSums_);
     for (unsigned i = 0; i < n; ++i) {

@@ -11,6 +11,10 @@ namespace {
 // A solver runs inside every flash: silent unless an instance asks for more.
 constexpr int verbosityFile = -3;
 
+// Both exits on the step rather than on the residuals say so in these words.
+constexpr const char* deltaxExit =
+    "Convergence on deltax. For zero finding, the calling program should verify the convergence.";
+
 // The larger of two; a NaN in either wins, so that the tests below see it rather than skip it.
 double maxOf(double a, double b) {
     return b > a || b != b ? b : a;
@@ -111,8 +115,7 @@ int SolverNleRecipes::solve() {
             // A step too short to matter, with residuals still above TOLF, is no proof of a root: the
             // iteration may as well have stalled.
             if (test < TOLX_) {
-                TARVO_LOG(2) << "Convergence on deltax. For zero finding, the calling program should verify the "
-                                "convergence.";
+                TARVO_LOG(2) << deltaxExit;
                 return finish_(-5);
             }
         } else {
@@ -162,8 +165,7 @@ int SolverNleRecipes::lnsrch_(double fold, double& f, double stpmax) {
     const auto tooShort = [&] {
         if (alam >= alamin) return false;
         restoreStart_(fold, f);
-        TARVO_LOG(2) << "Convergence on deltax. For zero finding, the calling program should verify the "
-                        "convergence.";
+        TARVO_LOG(2) << deltaxExit;
         return true;
     };
     for (;;) {

@@ -67,6 +67,7 @@ public:
 private:
     void release_();
     void freeFactors_();
+    void freeNumeric_();
     // Makes room for one more sparse entry, doubling the store when it is full.
     void reserveSparse_();
     // Whether the sparse matrix has the pattern that the symbolic analysis was made for.
