@@ -13,10 +13,6 @@ using Tarvo::Utility::SmartEnumerator;
 
 namespace {
 constexpr int verbosityFile = -1;
-
-bool inside(const Value& v, const Value& lo, const Value& hi) {
-    return v.toDouble() >= lo.toDouble() && v.toDouble() <= hi.toDouble();
-}
 } // namespace
 
 Flash::Flash(std::string name)
@@ -120,8 +116,8 @@ int Flash::solveFlash(bool simultaneous, bool noFlow) {
         init(solver_->x());
         status = solver_->solve();
     }
-    if (status == 0 && !inside(T, Tmin, Tmax)) status = temperatureOutside;
-    if (status == 0 && !inside(P, Pmin, Pmax)) status = pressureOutside;
+    if (status == 0 && !inRange(T, Tmin, Tmax)) status = temperatureOutside;
+    if (status == 0 && !inRange(P, Pmin, Pmax)) status = pressureOutside;
     solved_ = status == 0;
     TARVO_LOG(3) << "Flash " << name() << " ended with status " << status << " after " << solver_->iterations()
                  << " iterations";
@@ -137,6 +133,10 @@ std::string Flash::statusText(int status) const {
     else
         return solver_ ? solver_->statusText(status) : "no solve has run";
     return text.str();
+}
+
+bool Flash::inRange(const Value& v, const Value& lo, const Value& hi) {
+    return v.toDouble() >= lo.toDouble() && v.toDouble() <= hi.toDouble();
 }
 
 void Flash::settle(const Value& Pnew, const Value& Tnew) {

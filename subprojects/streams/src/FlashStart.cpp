@@ -17,10 +17,6 @@ constexpr double tolerance = 0.01 * Flash::tolerance;
 constexpr double lineTolerance = 1e-15;
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
-bool inside(const Value& v, const Value& lo, const Value& hi) {
-    return v.toDouble() >= lo.toDouble() && v.toDouble() <= hi.toDouble();
-}
-
 // A number in the units of the constant given.
 Value like(const Value& unit, double number) {
     Value v = unit;
@@ -64,11 +60,11 @@ FlashStart::Result FlashStart::solve_() {
     const double lnPstart = std::log(std::clamp(flash_.P.toDouble(), Pmin.toDouble(), Pmax.toDouble()));
     const bool pressureGiven = flash_.flashMode != FlashMode::RT && flash_.flashMode != FlashMode::RH &&
                                flash_.flashMode != FlashMode::SA;
-    if (pressureGiven && !inside(flash_.Pset, Pmin, Pmax)) return Result::pressureOutside;
+    if (pressureGiven && !Flash::inRange(flash_.Pset, Pmin, Pmax)) return Result::pressureOutside;
     const Axis atPset{false, flash_.Pset.toDouble()};
     switch (flash_.flashMode) {
     case FlashMode::PT:
-        if (!inside(flash_.Tset, Tmin, Tmax)) return Result::temperatureOutside;
+        if (!Flash::inRange(flash_.Tset, Tmin, Tmax)) return Result::temperatureOutside;
         flash_.settle(flash_.Pset, flash_.Tset);
         return Result::found;
     case FlashMode::PA:
@@ -76,7 +72,7 @@ FlashStart::Result FlashStart::solve_() {
     case FlashMode::PH: return finish_(atPset, along_(atPset, enthalpy, Tstart));
     case FlashMode::PS: return finish_(atPset, along_(atPset, entropy, Tstart));
     case FlashMode::RT: {
-        if (!inside(flash_.Tset, Tmin, Tmax)) return Result::temperatureOutside;
+        if (!Flash::inRange(flash_.Tset, Tmin, Tmax)) return Result::temperatureOutside;
         const Axis axis{true, flash_.Tset.toDouble()};
         return finish_(axis, along_(axis, density, lnPstart));
     }
@@ -122,9 +118,12 @@ FlashStart::Found FlashStart::find_(const Axis& axis, const Evaluate& f, double 
 }
 
 void FlashStart::place_(const Axis& axis, const Found& at) {
-    const Value P = axis.P(at.s), T = axis.T(at.s);
-    if (split_ && !std::isnan(at.fraction))
-        split_->settleAt(P, T, at.fraction);
+    placeAt_(axis.P(at.s), axis.T(at.s), at.fraction);
+}
+
+void FlashStart::placeAt_(const Value& P, const Value& T, double fraction) {
+    if (split_ && !std::isnan(fraction))
+        split_->settleAt(P, T, fraction);
     else
         flash_.settle(P, T);
 }
@@ -148,10 +147,7 @@ FlashStart::Found FlashStart::along_(const Axis& axis, const Read& f, double sta
         return find_(
             axis,
             [&](const Value& P, const Value& T) {
-                if (split_ && !std::isnan(fraction))
-                    split_->settleAt(P, T, fraction);
-                else
-                    flash_.settle(P, T);
+                placeAt_(P, T, fraction);
                 return f();
             },
             a, b, start, fraction, tolerance);

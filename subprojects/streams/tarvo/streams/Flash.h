@@ -67,6 +67,8 @@ public:
     // Statuses of a specification with no state in the range.
     static constexpr int temperatureOutside = 10;
     static constexpr int pressureOutside = 11;
+    // Whether v lies in [lo, hi], the ends included; NaN does not.
+    static bool inRange(const Value& v, const Value& lo, const Value& hi);
 
 protected:
     // Unknowns that a derived class hands over behind T and P, with their scalers.

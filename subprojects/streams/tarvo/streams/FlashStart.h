@@ -55,6 +55,8 @@ private:
                 double within);
     // The flash at a point, without derivatives: the state that the solve starts from.
     void place_(const Axis& axis, const Found& at);
+    // The flash at (P, T), at the vapor fraction given or, for NaN, in equilibrium.
+    void placeAt_(const Value& P, const Value& T, double fraction);
     double valueAt_(const Axis& axis, const Found& at, const Read& f);
     // Where the phases are in equilibrium at the vapor fraction given: on the bubble line for 0, on the dew
     // line for 1.
