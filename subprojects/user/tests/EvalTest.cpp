@@ -80,9 +80,15 @@ TEST(Eval, WrongArgumentsGiveTheUsageAndCodeTwo) {
     }
 }
 
-// A model that fails: its message on standard error and code 1.
+// A model that fails: its message on standard error and code 1. A state beyond the range of temperatures
+// is such a failure, and the temperature printed is the one given, not a clipped one.
 TEST(Eval, AModelErrorGivesCodeOne) {
     const EvalRun run = eval({"StreamVapor", "flashoption=XY", "--get", "T"});
     EXPECT_EQ(run.code, 1);
     EXPECT_NE(run.err.find("Smart enumerator error: Unrecognized Flash mode"), std::string::npos) << run.err;
+
+    const EvalRun hot = eval({"StreamVapor", "T=2000 K", "--get", "T:K"});
+    EXPECT_EQ(hot.code, 1);
+    EXPECT_NE(hot.err.find("temperature outside the range of 50 K to 1500 K"), std::string::npos) << hot.err;
+    EXPECT_NE(hot.out.find("T = 2000 K"), std::string::npos) << hot.out;
 }
