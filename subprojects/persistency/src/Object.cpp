@@ -2,9 +2,10 @@
 #include <tarvo/utility/Error.h>
 #include <tarvo/utility/FunctionName.h>
 #include <tarvo/utility/Log.h>
+#include <tarvo/utility/WholeInteger.h>
 
-#include <cstdlib>
 #include <new>
+#include <optional>
 
 using Tarvo::Persistency::Defaults;
 
@@ -12,9 +13,16 @@ namespace {
 
 constexpr int verbosityFile = -1;
 
-// Non-empty and made only of 0123456789+-.
+// Non-empty and made only of 0123456789+-: meant as a number, not as a component's name.
 bool numeric(const std::string& s) {
     return !s.empty() && s.find_first_not_of("0123456789+-") == std::string::npos;
+}
+
+// The position that a subscript names; "x[4294967296]" must not reach x[0].
+int position(const std::string& text, const char* function) {
+    const std::optional<int> n = Tarvo::Utility::wholeInteger(text);
+    if (!n || *n < 0) throw ErrorRunTime(function, "index " + text + " is not a position from 0 to 2147483647");
+    return *n;
 }
 
 std::string indexed(const std::string& name, int index) { return name + "[" + std::to_string(index) + "]"; }
@@ -77,10 +85,11 @@ Value& Object::Q(const std::string& path) {
     const auto comma = index.find(',');
     if (comma != std::string::npos) {
         const std::string first = index.substr(0, comma), second = index.substr(comma + 1);
-        if (numeric(second)) return Q(name, std::atoi(first.c_str()), std::atoi(second.c_str()));
-        return Q(name, std::atoi(first.c_str()), second);
+        const int row = position(first, "Object::Q");
+        if (numeric(second)) return Q(name, row, position(second, "Object::Q"));
+        return Q(name, row, second);
     }
-    return numeric(index) ? Q(name, std::atoi(index.c_str())) : Q(name, index);
+    return numeric(index) ? Q(name, position(index, "Object::Q")) : Q(name, index);
 }
 
 // A path without brackets before its first dot: children up to the dot, then the rest in that child.
@@ -132,7 +141,7 @@ int& Object::I(const std::string& path) {
     if (close == std::string::npos)
         throw ErrorRunTime("Object::I", "incorrect square bracket syntax: missing closing bracket");
     if (close < open) throw ErrorRunTime("Object::I", "incorrect square bracket syntax: wrong bracket order");
-    return I(path.substr(0, open), std::atoi(path.substr(open + 1, close - open - 1).c_str()));
+    return I(path.substr(0, open), position(path.substr(open + 1, close - open - 1), "Object::I"));
 }
 
 int& Object::I(const std::string& name, int index) {
@@ -152,7 +161,7 @@ std::string& Object::S(const std::string& path) {
     if (close == std::string::npos)
         throw ErrorRunTime("Object::S", "incorrect square bracket syntax: missing closing bracket");
     if (close < open) throw ErrorRunTime("Object::S", "incorrect square bracket syntax: wrong bracket order");
-    return S(path.substr(0, open), std::atoi(path.substr(open + 1, close - open - 1).c_str()));
+    return S(path.substr(0, open), position(path.substr(open + 1, close - open - 1), "Object::S"));
 }
 
 std::string& Object::S(const std::string& name, int index) {
