@@ -23,6 +23,11 @@ Value like(const Value& unit, double number) {
     v.active() = number;
     return v;
 }
+
+// The nearest number in [lo, hi], and lo for NaN: a state at which the property models can be evaluated.
+double within(const Value& x, const Value& lo, const Value& hi) {
+    return std::isnan(x.toDouble()) ? lo.toDouble() : std::clamp(x.toDouble(), lo.toDouble(), hi.toDouble());
+}
 } // namespace
 
 double FlashStart::Axis::lo() const {
@@ -44,10 +49,11 @@ Value FlashStart::Axis::T(double s) const {
 FlashStart::FlashStart(Flash& flash) : flash_(flash), split_(flash.twoPhase()) {}
 
 FlashStart::Result FlashStart::run() {
-    const Value P = flash_.P, T = flash_.T;
+    const double P = within(flash_.P, Pmin, Pmax), T = within(flash_.T, Tmin, Tmax);
     const Result result = solve_();
-    // Nothing of the search may stay behind: its numbers carry derivatives of a context that is gone.
-    if (result != Result::found) flash_.settle(like(P0, P.toDouble()), like(T0, T.toDouble()));
+    // Nothing of the search may stay behind: its numbers carry derivatives of a context that is gone. The
+    // state it goes back to is the one it started from, as far as the models reach.
+    if (result != Result::found) flash_.settle(like(P0, P), like(T0, T));
     return result;
 }
 
@@ -56,8 +62,8 @@ FlashStart::Result FlashStart::solve_() {
     const Read enthalpy = [this] { return (flash_.calculateTotalH() - flash_.Hset) / RT0; };
     const Read entropy = [this] { return (flash_.calculateTotalS() - flash_.Sset) / R; };
     const Read density = [this] { return log(flash_.calculateTotalRho() / flash_.rhoset); };
-    const double Tstart = std::clamp(flash_.T.toDouble(), Tmin.toDouble(), Tmax.toDouble());
-    const double lnPstart = std::log(std::clamp(flash_.P.toDouble(), Pmin.toDouble(), Pmax.toDouble()));
+    const double Tstart = within(flash_.T, Tmin, Tmax);
+    const double lnPstart = std::log(within(flash_.P, Pmin, Pmax));
     const bool pressureGiven = flash_.flashMode != FlashMode::RT && flash_.flashMode != FlashMode::RH &&
                                flash_.flashMode != FlashMode::SA;
     if (pressureGiven && !Flash::inRange(flash_.Pset, Pmin, Pmax)) return Result::pressureOutside;

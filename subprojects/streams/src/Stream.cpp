@@ -177,7 +177,8 @@ void Stream::go(SolutionMode mode, int) {
     const bool outside = status == Flash::temperatureOutside || status == Flash::pressureOutside;
     if (!outside) updateFlash();
     calculateXnoFlash(balance);
-    calculatePhaseProperties();
+    // The property models do not reach outside the range, and their numbers there would be no results.
+    if (!outside) calculatePhaseProperties();
     if (mode < simultaneous) NITER_NLEFlash.value() = flash().iterations();
     if (status == 0) {
         countCalculation();
