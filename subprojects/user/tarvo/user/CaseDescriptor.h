@@ -20,9 +20,10 @@ public:
     const std::map<std::string, double>& quantities() const { return quantities_; }
     void setQuantity(const std::string& fulltag, double value) { quantities_[fulltag] = value; }
 
-    // Lets a JSON text replace the type, tag and description and add options and quantities.
-    // An empty text does nothing; a text that does not parse leaves "Failed to parse Case descriptor: "
-    // and the reader's messages on standard error and changes nothing.
+    // Lets a JSON text replace the type, tag and description and add options and quantities. An empty text
+    // does nothing. Anything but one JSON object of the keys below, each with a value of its JSON type
+    // (texts, integers in the range of int, finite numbers), throws ErrorInput "Failed to parse Case
+    // descriptor: " and the reason, and changes nothing.
     void parseOptions(const std::string& json);
     // { "type":"...","tag":"...","description":"...","stringOptions":{...},"integerOptions":{...},"quantities":{...} }
     std::string text() const;
