@@ -8,6 +8,7 @@
 #include <tarvo/persistency/Configuration.h>
 #include <tarvo/persistency/NodeFactory.h>
 #include <tarvo/user/Case.h>
+#include <tarvo/user/Cases.h>
 #include <tarvo/user/Kernel.h>
 #include <tarvo/utility/Error.h>
 
@@ -266,4 +267,32 @@ TEST_F(MembraneTest, PuritiesOutsideTheUnitIntervalAreErrors) {
     checkPurity(bed, bed.purity);
     EXPECT_EQ(bed.errorList(), (std::vector<std::string>{"negative purity for component " + components[0]->name,
                                                          "purity larger than one for component " + components[1]->name}));
+}
+
+// The quantities of the descriptor are set after the bed's own set-up, which assigns the feed and the module:
+// the user's values win, on children of the case too. One that no state can have makes no case.
+TEST_F(MembraneTest, QuantitiesGivenToNewWinOverTheSetUp) {
+    TemporaryDatabase database;
+    const std::string configuration = (folder_ / "TARVO.conf").string();
+    database.writeConfiguration(configuration);
+    Configuration::useKernelFile(configuration);
+    int error = 0;
+    const Tarvo::User::Handle handle = Tarvo::User::createCase(
+        R"({"type":"Test<Membrane12Rtsc>","tag":"bed","quantities":{"FEED.T":350,"GM.A":30,"GM.Ppermeate":1.5e5}})",
+        error);
+    ASSERT_EQ(error, 0);
+    const Tarvo::User::Case stored{handle};
+    ASSERT_NE(stored.model(), nullptr);
+    EXPECT_EQ(stored.model()->Q("FEED.T").toDouble(), 350.0); // the set-up assigns 333.15 K
+    EXPECT_EQ(stored.model()->Q("GM.A").toDouble(), 30.0);    // and 20 m2
+    EXPECT_EQ(stored.model()->Q("GM.Ppermeate").toDouble(), 1.5e5);
+    EXPECT_TRUE(stored.model()->Q("FEED.T").input());
+
+    testing::internal::CaptureStderr();
+    const Tarvo::User::Handle cold =
+        Tarvo::User::createCase(R"({"type":"Test<Membrane12Rtsc>","quantities":{"FEED.T":-5}})", error);
+    const std::string err = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(error, -92);
+    EXPECT_FALSE(cold.valid());
+    EXPECT_NE(err.find("quantity FEED.T: -5 K is not above 0 K"), std::string::npos) << err;
 }

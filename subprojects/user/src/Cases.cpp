@@ -2,6 +2,8 @@
 #include <tarvo/persistency/NodeFactory.h>
 #include <tarvo/persistency/PersistencyPostgres.h>
 #include <tarvo/user/Cases.h>
+#include <tarvo/user/ErrorInput.h>
+#include <tarvo/user/InputRange.h>
 #include <tarvo/user/ResultCodes.h>
 #include <tarvo/utility/FunctionName.h>
 #include <tarvo/utility/Log.h>
@@ -30,23 +32,45 @@ Handle handleOf(const Model& model) {
     record.description = model.description();
     record.created = model.createdAt();
     record.updated = model.updatedAt();
+    record.caseRoot = true;
     return Handle(record);
+}
+
+// Only the types of the catalogue that may stand at the root make a case; the others are parts of one.
+void refuseUnlessRoot(const std::string& type) {
+    if (NodeFactory::registered(type) && !NodeFactory::typeDescriptor(type).instantiable)
+        throw ErrorInput(TARVO_FUNCTION, "type " + type + " can not be the root of a case");
+}
+
+// The values of the descriptor, in SI, each in the units of its item; a value that no item can take is
+// refused by name.
+void setUserInputs(Model& model, const CaseDescriptor& descriptor) {
+    for (const auto& [path, value] : descriptor.quantities()) {
+        Value* q = nullptr;
+        try {
+            q = &model.Q(path);
+        } catch (Error&) {
+            throw ErrorInput(TARVO_FUNCTION, "quantity " + path + " of the descriptor is not in the case");
+        }
+        const std::string refusal = inputRefusal(path, *q, value);
+        if (!refusal.empty()) throw ErrorInput(TARVO_FUNCTION, refusal);
+        q->active() = value;
+        q->setInput();
+    }
 }
 
 // Builds, sets up and stores a new case, and with `drawings` writes its pictures into the working folder;
 // the model lives only for this call.
 Handle createCase_(const CaseDescriptor& descriptor, int& error, bool drawings) {
+    refuseUnlessRoot(descriptor.type());
     TARVO_LOG_STATIC(1) << "Instantiate flowsheet";
     std::unique_ptr<Model> model(my_cast<Model*>(
         NodeFactory::create(descriptor.type(), descriptor, 0, nullptr, nullptr, nullptr), TARVO_FUNCTION));
-    TARVO_LOG_STATIC(2) << "Set user inputs";
-    for (const auto& [tag, value] : descriptor.quantities()) {
-        Value& q = model->Q(tag);
-        q.active() = value; // in SI, the units stay those of the item
-        q.setInput();
-    }
     TARVO_LOG_STATIC(2) << "Set up inputs and cuts";
     model->setup();
+    // After setup, which assigns the case's own inputs: the user's values win over them.
+    TARVO_LOG_STATIC(2) << "Set user inputs";
+    setUserInputs(*model, descriptor);
     TARVO_LOG_STATIC(1) << "Creation complete";
     model->reportMessages();
     TARVO_LOG_STATIC(1) << "Saving to persistent storage";
@@ -63,15 +87,21 @@ Handle createCase_(const CaseDescriptor& descriptor, int& error, bool drawings) 
     return handle;
 }
 
-// The facade's frame around an operation that makes a handle: failures become -93 and an invalid handle.
+// The facade's frame around an operation that makes a handle: refused input becomes -92, other failures
+// -93, both with an invalid handle.
 template <typename F> Handle handleOperation(const std::string& function, int& error, F operation) {
-    try {
-        return operation();
-    } catch (Error& e) {
+    const auto fail = [&](Error& e, int code) {
         e.append(function);
         std::cerr << e.message() << std::endl;
-        error = serverError;
+        error = code;
         return failedHandle();
+    };
+    try {
+        return operation();
+    } catch (ErrorInput& e) {
+        return fail(e, invalidArgument);
+    } catch (Error& e) {
+        return fail(e, serverError);
     }
 }
 
@@ -116,7 +146,7 @@ Handle duplicate(const Handle& handle, const std::string& tag, const std::string
         model->insert(&store);
         TARVO_LOG_STATIC(1) << "Saved to persistent storage";
         Handle copy = handleOf(*model);
-        Handle::Record record{copy.id(), copy.uuid(), copy.type(), copy.tag(), copy.description(), 0, 0};
+        Handle::Record record{copy.id(), copy.uuid(), copy.type(), copy.tag(), copy.description(), 0, 0, true};
         error = success;
         return Handle(record);
     });
