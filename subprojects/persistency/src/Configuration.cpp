@@ -52,7 +52,8 @@ Configuration Configuration::openOrQuit(const std::string& file) {
         } catch (const Error& e) {
             std::cerr << e.message();
         }
-        std::exit(0);
+        // A failure like every other: the caller that only looks at the exit status must see it too.
+        std::exit(-200);
     }
     return c;
 }

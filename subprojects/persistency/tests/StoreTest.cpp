@@ -300,12 +300,13 @@ TEST(Configuration, SettingsOfTheSection) {
     std::filesystem::remove(file);
 }
 
+// -200 in id.txt and as the exit status, of which the system keeps the low eight bits.
 TEST(ConfigurationDeathTest, AMissingFileEndsTheProcessWithMinus200) {
     const auto folder = std::filesystem::temp_directory_path() / ("tarvo-config-" + std::to_string(getpid()));
     std::filesystem::create_directories(folder);
     const auto here = std::filesystem::current_path();
     std::filesystem::current_path(folder);
-    EXPECT_EXIT(Configuration::openOrQuit("/nonexistent/TARVO.conf"), ::testing::ExitedWithCode(0),
+    EXPECT_EXIT(Configuration::openOrQuit("/nonexistent/TARVO.conf"), ::testing::ExitedWithCode(256 - 200),
                 "Can not open configuration file: \\[/nonexistent/TARVO.conf\\]");
     std::filesystem::current_path(here);
     std::ifstream id(folder / "id.txt");

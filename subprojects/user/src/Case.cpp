@@ -183,9 +183,9 @@ template <typename F> int Case::exportFile(const char* signature, const std::str
         if (std::filesystem::exists(file) && Utility::logPasses(verbosityFile, 1))
             Utility::LogLine(signature, 1).stream() << "The " << file << " file exists and will be overwritten";
         std::ofstream out(file);
-        if (!out) return caseServerError;
-        write(model, out);
-        return out ? success : caseServerError;
+        if (out) write(model, out);
+        if (!out) throw ErrorRunTime(Utility::shortFunctionName(signature), "can not write to " + file);
+        return success;
     });
 }
 

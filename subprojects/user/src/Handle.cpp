@@ -17,6 +17,7 @@ Handle::Handle(int id) : Handle() {
         int parent = 0, root = 0;
         store.retrieveObject(id, record_->uuid, record_->tag, record_->description, record_->type, parent, root,
                              record_->created, record_->updated);
+        record_->caseRoot = parent == id; // a root is stored as its own parent
     } catch (Error& e) {
         e.append(TARVO_FUNCTION);
         std::cerr << e.message() << std::endl;
@@ -31,6 +32,7 @@ Handle::Handle(const std::string& uuid) : Handle() {
         record_->uuid = uuid;
         store.retrieveObject(uuid, record_->id, record_->tag, record_->description, record_->type, parent, root,
                              record_->created, record_->updated);
+        record_->caseRoot = parent == record_->id;
     } catch (Error& e) {
         e.append(TARVO_FUNCTION);
         std::cerr << e.message() << std::endl;
@@ -54,6 +56,8 @@ const std::string& Handle::tag() const { return record_->tag; }
 const std::string& Handle::description() const { return record_->description; }
 double Handle::created() const { return record_->created; }
 double Handle::updated() const { return record_->updated; }
+
+bool Handle::isCaseRoot() const { return record_->caseRoot; }
 
 bool Handle::valid() const {
     const std::string& u = record_->uuid;

@@ -6,6 +6,8 @@ std::string errorMessage(int code) {
     switch (code) {
     case success:
         return "success";
+    case unfinished:
+        return "the operation did not finish";
     case caseInvalid:
         return "case object is not in a valid state";
     case caseCommunication:

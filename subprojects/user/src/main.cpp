@@ -2,16 +2,20 @@
 #include <tarvo/user/Cases.h>
 #include <tarvo/user/Catalogue.h>
 #include <tarvo/user/Kernel.h>
+#include <tarvo/user/ResultCodes.h>
 #include <tarvo/user/main.h>
 #include <tarvo/utility/Error.h>
 #include <tarvo/utility/FunctionName.h>
 #include <tarvo/utility/IdFile.h>
+#include <tarvo/utility/WholeInteger.h>
 
 #include <cassert>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <exception>
 #include <iostream>
+#include <optional>
 #include <string>
 
 namespace Tarvo::User {
@@ -25,11 +29,13 @@ struct Words {
     const char* word(int i) const { return argv[i]; }
 };
 
-[[noreturn]] void usage(const Words& w) {
+// The usage text; `reason`, when given, names the word that was wrong on the line after the echo.
+[[noreturn]] void usage(const Words& w, const std::string& reason = "") {
     std::string line = w.argv[0];
     for (int i = 1; i <= w.n; ++i) line += std::string(" ") + w.argv[i];
-    std::cerr << "Incorrect command line parameters: " << line << "\n"
-              << "Correct synthax command line parameters are:\n"
+    std::cerr << "Incorrect command line parameters: " << line << "\n";
+    if (!reason.empty()) std::cerr << reason << "\n";
+    std::cerr << "Correct synthax command line parameters are:\n"
                  "  calculate id       : retrieve, calculate and update the object at id\n"
                  "  duplicate id ta de : retrieve the object at id and save it with tag ta and and description de\n"
                  "  enumerators        : list supported enumerators\n"
@@ -70,8 +76,26 @@ struct Words {
     quit(0);
 }
 
-// The id of a command: its second word read base 10, 0 when missing or not a number.
-int idOf(const Words& w) { return w.n >= 2 ? static_cast<int>(std::strtol(w.word(2), nullptr, 10)) : 0; }
+// The id of a command: 0 when the second word is missing, else that whole word as an integer from 0 up.
+int idOf(const Words& w) {
+    if (w.n < 2) return 0;
+    const std::optional<int> id = Utility::wholeInteger(w.word(2));
+    if (!id || *id < 0)
+        usage(w, std::string("The id ") + w.word(2) + " is not an integer from 0 to 2147483647");
+    return *id;
+}
+
+// The stored case that the second word names. An object inside a case is refused: a command on it would
+// cut the case apart or treat a part as a whole. An unknown id passes, for each command to fail on it.
+Handle caseHandle(const Words& w) {
+    const int id = idOf(w);
+    Handle handle(id);
+    if (handle.valid() && !handle.isCaseRoot()) {
+        std::cerr << "Object " << id << " is a " << handle.type() << " inside a case, not the root of one\n";
+        quit(invalidArgument);
+    }
+    return handle;
+}
 
 [[noreturn]] void newCase(const Words& w) {
     const std::string type = w.n >= 2 ? w.word(2) : kernelDescriptor().defaultType;
@@ -84,8 +108,9 @@ int idOf(const Words& w) { return w.n >= 2 ? static_cast<int>(std::strtol(w.word
 }
 
 [[noreturn]] void calculate(const Words& w) {
-    const int id = idOf(w);
-    Case c{Handle(id)};
+    const Handle handle = caseHandle(w);
+    const int id = handle.id();
+    Case c{handle};
     if (std::strncmp(w.word(1), "calculatetest", 13) == 0) c.setTest();
     if (std::strncmp(w.word(1), "calculatecheck", 14) == 0) c.setCheck();
     const int result = c.calculateSync();
@@ -96,8 +121,9 @@ int idOf(const Words& w) { return w.n >= 2 ? static_cast<int>(std::strtol(w.word
 }
 
 [[noreturn]] void check(const Words& w) {
-    const int id = idOf(w);
-    Case c{Handle(id)};
+    const Handle handle = caseHandle(w);
+    const int id = handle.id();
+    Case c{handle};
     const int result = c.check();
     quit(result < 0 ? result : id);
 }
@@ -106,11 +132,15 @@ int idOf(const Words& w) { return w.n >= 2 ? static_cast<int>(std::strtol(w.word
     const std::string tag = w.n >= 3 ? w.word(3) : kernelDescriptor().defaultType;
     const std::string description = w.n >= 4 ? w.word(4) : "";
     int error = 0;
-    const Handle copy = duplicate(Handle(idOf(w)), tag, description, error);
+    const Handle copy = duplicate(caseHandle(w), tag, description, error);
     quit(error ? error : copy.id());
 }
 
-[[noreturn]] void removeCase(const Words& w) { quit(remove(Handle(idOf(w)))); }
+// Removing nothing is a failure too: the caller asked for a case that is not there.
+[[noreturn]] void removeCase(const Words& w) {
+    const Handle handle = caseHandle(w);
+    quit(handle.valid() ? remove(handle) : invalidArgument);
+}
 
 [[noreturn]] void purgeStore(const Words&) { quit(purge()); }
 
@@ -118,12 +148,12 @@ int idOf(const Words& w) { return w.n >= 2 ? static_cast<int>(std::strtol(w.word
 [[noreturn]] void textReport(const Words& w) {
     std::string target = w.n >= 3 ? w.word(3) : w.word(2);
     if (target.find(".txt") == std::string::npos) target += ".txt";
-    Case c{Handle(idOf(w))};
+    Case c{caseHandle(w)};
     quit(c.exportTxt(target));
 }
 
 [[noreturn]] void xmlReport(const Words& w) {
-    Case c{Handle(idOf(w))};
+    Case c{caseHandle(w)};
     quit(c.exportXml(w.word(3)));
 }
 
@@ -132,15 +162,34 @@ struct Command {
     int minWords;
     int maxWords;
     void (*run)(const Words&);
+    // Words that destroy stored cases must be written out; a slip of the keyboard must not empty the store.
+    bool wholeWord = false;
+
+    bool matches(const char* word) const {
+        return wholeWord ? std::strcmp(word, literal) == 0 : std::strncmp(word, literal, std::strlen(literal)) == 0;
+    }
 };
 
 // Tried in this order; a word matches a command when it begins with the command's literal.
 const Command commands[] = {
-    {"calculate", 1, 2, calculate},    {"check", 1, 2, check},          {"duplicate", 1, 4, duplicateCase},
-    {"homotopy", 1, 2, notAvailable},  {"new", 1, 5, newCase},          {"purge", 1, 1, purgeStore},
-    {"remove", 2, 2, removeCase},      {"sensitivity", 1, 2, notAvailable}, {"txt", 2, 3, textReport},
-    {"xml", 3, 3, xmlReport},          {"enumerators", 1, 1, printEnumerators}, {"types", 1, 1, printTypes},
+    {"calculate", 1, 2, calculate},          {"check", 1, 2, check},
+    {"duplicate", 1, 4, duplicateCase},      {"homotopy", 1, 2, notAvailable},
+    {"new", 1, 5, newCase},                  {"purge", 1, 1, purgeStore, true},
+    {"remove", 2, 2, removeCase, true},      {"sensitivity", 1, 2, notAvailable},
+    {"txt", 2, 3, textReport},               {"xml", 3, 3, xmlReport},
+    {"enumerators", 1, 1, printEnumerators}, {"types", 1, 1, printTypes},
 };
+
+// Until the command ends, "id.txt" says that it did not: a process that aborts or is killed leaves this
+// code behind, never the result of the command before it.
+void markUnfinished() {
+    try {
+        Utility::setIdFile(unfinished);
+    } catch (const Error& e) {
+        std::cerr << e.message() << std::endl;
+        std::exit(unfinished);
+    }
+}
 
 } // namespace
 
@@ -155,13 +204,22 @@ void quit(int status) {
 }
 
 int main(int argc, char** argv) {
+    markUnfinished();
     initializeKernel();
     const Words w{argc - 1, argv};
     if (w.n >= 1) {
         for (const Command& command : commands) {
-            if (w.n < command.minWords || w.n > command.maxWords) continue;
-            if (std::strncmp(w.word(1), command.literal, std::strlen(command.literal)) != 0) continue;
-            command.run(w);
+            if (w.n < command.minWords || w.n > command.maxWords || !command.matches(w.word(1))) continue;
+            try {
+                command.run(w);
+            } catch (const Error& e) {
+                // The facade catches what it knows; anything that still gets here ends the command cleanly.
+                std::cerr << e.message() << std::endl;
+                quit(serverError);
+            } catch (const std::exception& e) {
+                std::cerr << "Unexpected failure: " << e.what() << std::endl;
+                quit(serverError);
+            }
         }
     }
     usage(w);

@@ -92,7 +92,8 @@ TEST_F(CaseCommands, UnknownIdentifiers) {
 
     run({"new", "Tank", "T1"});
     const TarvoRun removed = run({"remove", "999"});
-    EXPECT_EQ(removed.idTxt, "0\n");
+    EXPECT_EQ(removed.idTxt, "-92\n");
+    EXPECT_NE(removed.err.find("can't find in N"), std::string::npos) << removed.err;
     EXPECT_EQ(rows("N"), 1);
 
     const TarvoRun unknownType = run({"new", "Nope"});
@@ -165,3 +166,73 @@ TEST_F(CaseCommands, CalculateAlwaysLeavesTheSpreadsheetReport) {
     EXPECT_EQ(blocked.idTxt, "0\n");
     EXPECT_EQ(blocked.exitCode, 0);
 }
+
+// Bad input of every kind ends with its reason on standard error, its negative code in an id.txt that no
+// longer holds the result of the command before, and a store exactly as it was: no case removed, recalculated,
+// cut apart or added. Each of these inputs once acted on another case, aborted, or was accepted.
+TEST_F(CaseCommands, BadInputChangesNothingAndSaysWhy) {
+    run({"new", "Tank", "T1", "", R"({"quantities":{"V":1.5}})"});
+    const int farm = id(run({"new", "Farm<Tank>", "F1"}));
+    ASSERT_EQ(farm, 1);
+    const std::string part = std::to_string(farm + 1), wrapped = std::to_string(4294967296LL + farm);
+    const std::string tables[] = {"N", "Q", "QV", "QVV", "S", "SV", "I", "IV"};
+    const auto snapshot = [&] {
+        std::ostringstream state;
+        for (const std::string& table : tables) state << rows(table) << ' ';
+        state << quantity(0, "m"); // a calculation of case 0 would fill it
+        return state.str();
+    };
+    const std::string before = snapshot();
+    struct Bad {
+        std::vector<std::string> words;
+        int code;
+        std::string reason;
+    };
+    const std::string notAnId = "is not an integer from 0 to 2147483647";
+    const std::string notARoot = "inside a case, not the root of one";
+    const std::string descriptor = "Failed to parse Case descriptor: ";
+    const Bad bad[] = {
+        {{"remove", "abc"}, -1, "The id abc " + notAnId},
+        {{"calculate", "abc"}, -1, notAnId},
+        {{"calculate", "12abc"}, -1, notAnId},
+        {{"check", "1e3"}, -1, notAnId},
+        {{"txt", " 0"}, -1, notAnId},
+        {{"xml", "-1", "."}, -1, notAnId},
+        {{"remove", wrapped}, -1, notAnId},
+        {{"duplicate", wrapped}, -1, notAnId},
+        {{"remove", part}, -92, notARoot},
+        {{"calculate", part}, -92, notARoot},
+        {{"check", part}, -92, notARoot},
+        {{"duplicate", part}, -92, notARoot},
+        {{"txt", part}, -92, notARoot},
+        {{"xml", part, "."}, -92, notARoot},
+        {{"purgeall"}, -1, "Incorrect command line parameters"},
+        {{"removeall", "0"}, -1, "Incorrect command line parameters"},
+        {{"new", "Pump"}, -92, "type Pump can not be the root of a case"},
+        {{"new", "Tank", "T", "", R"({"type":"Motor"})"}, -92, "type Motor can not be the root of a case"},
+        {{"new", "Tank", "T", "", R"({"quantities":{"seqTol":"abc"}})"}, -92, descriptor},
+        {{"new", "Tank", "T", "", R"({"integerOptions":{"g":2147483648}})"}, -92, descriptor},
+        {{"new", "Tank", "T", "", "{"}, -92, descriptor},
+        {{"new", "Tank", "T", "", "{} x"}, -92, descriptor},
+        {{"new", "Tank", "T", "", R"({"quantitites":{}})"}, -92, descriptor + "unknown key"},
+        {{"new", "Tank", "T", "", std::string(100000, '[')}, -92, descriptor},
+        {{"new", "Tank", "T", "", R"({"quantities":{"nosuch":1}})"}, -92, "quantity nosuch of the descriptor is not in the case"},
+        {{"new", "Farm<Tank>", "F", "", R"({"quantities":{"Water.x[2]":0.5}})"}, -92, "Water.x[2] of the descriptor is not"},
+        {{"new", "Farm<Tank>", "F", "", R"({"quantities":{"Water.x[0]":1.5}})"}, -92, "outside the range of a fraction"},
+        {{"new", "Farm<Tank>", "F", "", R"({"quantities":{"Pump.dP":-1e5}})"}, -92, "Pump.dP: -100000 Pa is below 0 Pa"},
+        {{"txt", "0", "/nonexistent/f"}, -84, "can not write to /nonexistent/f.txt"},
+    };
+    for (const Bad& b : bad) {
+        std::ofstream(folder_.path() + "/id.txt") << "0\n"; // the success of an earlier command
+        const TarvoRun r = run(b.words);
+        const std::string what = b.words[0] + " " + (b.words.size() > 1 ? b.words[1].substr(0, 20) : "");
+        EXPECT_EQ(r.idTxt, std::to_string(b.code) + "\n") << what << "\n" << r.err;
+        EXPECT_EQ(r.exitCode, 256 + b.code) << what;
+        EXPECT_NE(r.err.find(b.reason), std::string::npos) << what << "\n" << r.err;
+        EXPECT_EQ(snapshot(), before) << what;
+    }
+    // The cases that the bad commands named are whole: both still calculate.
+    EXPECT_EQ(run({"calculate", "0"}).idTxt, "0\n");
+    EXPECT_EQ(run({"calculate", std::to_string(farm)}).idTxt, std::to_string(farm) + "\n");
+}
+

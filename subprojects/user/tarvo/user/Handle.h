@@ -28,6 +28,8 @@ public:
     double updated() const;
     // The uuid has the form of one: 36 lower-case hexadecimal characters with "-" at 8, 13, 18 and 23.
     bool valid() const;
+    // The object is the root of a case, not a part inside one.
+    bool isCaseRoot() const;
     bool operator<(const Handle& o) const { return uuid() < o.uuid(); }
 
     struct Record {
@@ -38,6 +40,7 @@ public:
         std::string description;
         double created = 0;
         double updated = 0;
+        bool caseRoot = false;
     };
     explicit Handle(Record record);
 

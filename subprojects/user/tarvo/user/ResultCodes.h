@@ -7,8 +7,10 @@ namespace Tarvo::User {
 
 // Result codes of the facade. The kernel returns caseInvalid and caseServerError from Case, and
 // invalidArgument and serverError from the free functions; the others are for a surrounding application.
+// `unfinished` stands in "id.txt" while a command runs, so that one that never ends says so.
 enum ResultCode {
     success = 0,
+    unfinished = -3,
     caseInvalid = -81,
     caseCommunication = -82,
     caseInvalidArgument = -83,
