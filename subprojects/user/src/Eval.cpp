@@ -3,11 +3,16 @@
 #include <tarvo/core/Model.h>
 #include <tarvo/persistency/NodeFactory.h>
 #include <tarvo/user/Eval.h>
+#include <tarvo/user/InputRange.h>
 #include <tarvo/user/Kernel.h>
 #include <tarvo/utility/Diagnostic.h>
 #include <tarvo/utility/Error.h>
+#include <tarvo/utility/WholeInteger.h>
 
+#include <cmath>
 #include <cstdlib>
+#include <exception>
+#include <optional>
 #include <iostream>
 #include <memory>
 #include <sstream>
@@ -30,6 +35,11 @@ const char* const usage =
 
 // A wrong argument: the usage text follows the reason.
 struct UsageError {
+    std::string reason;
+};
+
+// Arguments that are well formed but that no state can have: the reason alone, and the code of a failure.
+struct Refused {
     std::string reason;
 };
 
@@ -86,6 +96,9 @@ Arguments parse(int argc, char** argv) {
 
 void useComponents(const std::vector<std::string>& entries) {
     if (entries.empty()) return;
+    for (std::size_t i = 0; i < entries.size(); ++i)
+        for (std::size_t j = 0; j < i; ++j)
+            if (entries[i] == entries[j]) throw Refused{"the component " + entries[i] + " is given twice"};
     components.clear();
     for (const std::string& entry : entries) {
         ComponentGeneric* c = newCatalogueComponent(entry, entry);
@@ -112,20 +125,18 @@ bool parseQuantity(const std::string& text, Value& value) {
     return true;
 }
 
-bool parseInteger(const std::string& text, int& n) {
-    char* end = nullptr;
-    const long x = std::strtol(text.c_str(), &end, 10);
-    if (end == text.c_str() || *end != '\0') return false;
-    n = static_cast<int>(x);
-    return true;
-}
-
 Value* findQuantity(Model& model, const std::string& path) {
     try {
         return &model.Q(path);
     } catch (Error&) {
         return nullptr;
     }
+}
+
+// A subscript that the item has no place for, as "x[7]" of five components or "x[4294967296]".
+bool subscriptOutside(Model& model, const std::string& path) {
+    const auto open = path.rfind('[');
+    return open != std::string::npos && findQuantity(model, path.substr(0, open) + "[0]");
 }
 
 // Sets the item at `path`: a quantity if the object has one there, else an integer, else a string.
@@ -135,14 +146,16 @@ void set(Model& model, const std::string& path, const std::string& text) {
         if (!parseQuantity(text, value)) throw UsageError{path + " takes a number and a unit, not " + text};
         if (!(value.units() == q->units()))
             throw UsageError{path + " is in units of " + q->unitText() + ", not " + value.unitText()};
+        const std::string refusal = inputRefusal(path, *q, value.toDouble());
+        if (!refusal.empty()) throw Refused{refusal};
         q->active() = value.active();
         q->setInput();
         return;
     }
-    int n = 0;
+    if (subscriptOutside(model, path)) throw Refused{"the subscript of " + path + " is outside the item"};
     try {
-        if (parseInteger(text, n)) {
-            model.I(path) = n;
+        if (const std::optional<int> n = Utility::wholeInteger(text)) {
+            model.I(path) = *n;
             return;
         }
     } catch (Error&) {
@@ -157,16 +170,22 @@ void set(Model& model, const std::string& path, const std::string& text) {
 
 std::string withUnit(const std::string& unit) { return unit.empty() ? unit : " " + unit; }
 
-void printQuantities(const Node& node, std::ostream& out) {
+// Prints one result line; a number that is not finite is no result, and is named on `undefined`.
+void printResult(const std::string& name, double x, const std::string& unit, std::vector<std::string>& undefined) {
+    std::cout << name << " = " << x << withUnit(unit) << "\n";
+    if (!std::isfinite(x)) undefined.push_back(name);
+}
+
+void printQuantities(const Node& node, std::vector<std::string>& undefined) {
     if (const auto* object = dynamic_cast<const Object*>(&node)) {
         for (const auto& [tag, q] : object->quantityItems())
-            out << q->fullTag() << " = " << q->toDouble() << withUnit(q->unitText()) << "\n";
+            printResult(q->fullTag(), q->toDouble(), q->unitText(), undefined);
         for (const auto& [tag, v] : object->quantityVectorItems())
             for (size_t i = 0; i < v->value().size(); ++i)
-                out << v->fullTag() << "[" << i << "] = " << v->value()[i].toDouble()
-                    << withUnit(v->value()[i].unitText()) << "\n";
+                printResult(v->fullTag() + "[" + std::to_string(i) + "]", v->value()[i].toDouble(),
+                            v->value()[i].unitText(), undefined);
     }
-    for (const auto& [tag, child] : node.children()) printQuantities(*child, out);
+    for (const auto& [tag, child] : node.children()) printQuantities(*child, undefined);
 }
 
 int run(const Arguments& a) {
@@ -191,18 +210,20 @@ int run(const Arguments& a) {
     model->calculate(0);
     model->reportMessages();
     for (const std::string& w : model->warningList()) std::cerr << "warning: " << w << "\n";
+    std::vector<std::string> undefined;
     if (a.requests.empty()) {
-        printQuantities(*model, std::cout);
+        printQuantities(*model, undefined);
     } else {
         std::cout.precision(10);
         for (const Request& r : a.requests) {
             const Value& q = model->Q(r.path);
             const double x = r.unit.empty() ? q.toDouble() : q.toDouble(r.unit);
-            std::cout << r.path << " = " << x << withUnit(r.unit.empty() ? q.unitText() : r.unit) << "\n";
+            printResult(r.path, x, r.unit.empty() ? q.unitText() : r.unit, undefined);
         }
     }
     for (const std::string& e : model->errorList()) std::cerr << "error: " << e << "\n";
-    return model->errorList().empty() ? 0 : 1;
+    for (const std::string& name : undefined) std::cerr << "error: " << name << " is not a finite number\n";
+    return model->errorList().empty() && undefined.empty() ? 0 : 1;
 }
 
 } // namespace
@@ -215,8 +236,14 @@ int evalMain(int argc, char** argv) {
     } catch (UsageError& e) {
         std::cerr << "tarvo-eval: " << e.reason << "\n" << usage;
         return 2;
+    } catch (Refused& e) {
+        std::cerr << "tarvo-eval: " << e.reason << "\n";
+        return 1;
     } catch (Error& e) {
         std::cerr << e.message() << std::endl;
+        return 1;
+    } catch (const std::exception& e) {
+        std::cerr << "tarvo-eval: unexpected failure: " << e.what() << "\n";
         return 1;
     }
 }

@@ -92,3 +92,48 @@ TEST(Eval, AModelErrorGivesCodeOne) {
     EXPECT_NE(hot.err.find("temperature outside the range of 50 K to 1500 K"), std::string::npos) << hot.err;
     EXPECT_NE(hot.out.find("T = 2000 K"), std::string::npos) << hot.out;
 }
+
+// Values that no state can have are refused by name with code 1 before anything is calculated; those that the
+// flash finds outside its range end with its error. None of them aborts or prints a NaN with code 0.
+TEST(Eval, NonPhysicalInputIsRefusedWithCodeOne) {
+    const std::pair<std::string, std::string> refused[] = {
+        {"P=-1 bar", "quantity P: -100000 Pa is below 0 Pa"},
+        {"P=nan bar", "quantity P: nan is not a finite number"},
+        {"P=-1e999 bar", "quantity P: -inf is not a finite number"},
+        {"T=0 K", "quantity T: 0 K is not above 0 K"},
+        {"T=-5 K", "quantity T: -5 K is not above 0 K"},
+        {"T=nan K", "is not a finite number"},
+        {"T=infinity K", "quantity T: inf is not a finite number"},
+        {"Tphase.x[0]=-1", "quantity Tphase.x[0]: -1 is outside the range of a fraction, 0 to 1"},
+        {"Vphase.fraction=1.5", "outside the range of a fraction"},
+        {"Tphase.x[4294967296]=0.9", "the subscript of Tphase.x[4294967296] is outside the item"},
+        {"Tphase.x[5]=0.9", "the subscript of Tphase.x[5] is outside the item"},
+    };
+    for (const auto& [setting, reason] : refused) {
+        const EvalRun run = eval({"StreamIdealLiquidVapor", setting, "--get", "Vphase.v"});
+        EXPECT_EQ(run.code, 1) << setting;
+        EXPECT_NE(run.err.find(reason), std::string::npos) << setting << "\n" << run.err;
+        EXPECT_TRUE(run.out.empty()) << setting << "\n" << run.out;
+    }
+    const EvalRun twice = eval({"--components", "water,methane,water", "StreamIdealLiquidVapor"});
+    EXPECT_EQ(twice.code, 1);
+    EXPECT_NE(twice.err.find("the component water is given twice"), std::string::npos) << twice.err;
+
+    for (const std::string pressure : {"P=0 bar", "P=1e-300 bar"}) {
+        const EvalRun run = eval({"StreamIdealLiquidVapor", pressure, "--get", "Vphase.v", "--get", "Tphase.x[0]"});
+        EXPECT_EQ(run.code, 1) << pressure;
+        EXPECT_NE(run.err.find("pressure outside the range of 1e-05 Pa to 1e+10 Pa"), std::string::npos) << run.err;
+        EXPECT_EQ(run.out.find("nan"), std::string::npos) << run.out;
+    }
+    // A temperature that is given is refused by the flash; one that is only its start is left behind.
+    for (const std::string option : {"PT", "RT"}) {
+        const EvalRun run = eval({"StreamIdealLiquidVapor", "T=1e-300 K", "flashoption=" + option});
+        EXPECT_EQ(run.code, 1) << option;
+        EXPECT_NE(run.err.find("temperature outside the range of 50 K to 1500 K"), std::string::npos) << run.err;
+    }
+    const std::vector<std::string> half{"StreamIdealLiquidVapor", "flashoption=PA", "Vphase.fraction=0.5", "--get", "T"};
+    const EvalRun fromCold = eval(with(half, {"T=1e-300 K"}));
+    const EvalRun fromDefault = eval(half);
+    ASSERT_EQ(fromCold.code, 0) << fromCold.err;
+    EXPECT_NEAR(number(fromCold.out), number(fromDefault.out), 1e-6);
+}
