@@ -205,6 +205,8 @@ int Case::exportOds(const std::string& file) const {
 int Case::exportXml(const std::string& dir) {
     const std::string function = TARVO_FUNCTION;
     return guarded(function.c_str(), [&](Model& model) {
+        // An empty name would put the files into the root folder of the file system.
+        if (dir.empty()) throw ErrorRunTime(function, "no folder named for the xml report");
         TARVO_LOG_STATIC(1) << "Recursively dumping as xml";
         model.printXml(dir.c_str(), nullptr, nullptr);
         TARVO_LOG_STATIC(1) << "Dumping toc as xml";

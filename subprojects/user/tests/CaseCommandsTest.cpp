@@ -221,6 +221,7 @@ TEST_F(CaseCommands, BadInputChangesNothingAndSaysWhy) {
         {{"new", "Farm<Tank>", "F", "", R"({"quantities":{"Water.x[0]":1.5}})"}, -92, "outside the range of a fraction"},
         {{"new", "Farm<Tank>", "F", "", R"({"quantities":{"Pump.dP":-1e5}})"}, -92, "Pump.dP: -100000 Pa is below 0 Pa"},
         {{"txt", "0", "/nonexistent/f"}, -84, "can not write to /nonexistent/f.txt"},
+        {{"xml", "0", ""}, -84, "no folder named for the xml report"},
     };
     for (const Bad& b : bad) {
         std::ofstream(folder_.path() + "/id.txt") << "0\n"; // the success of an earlier command
