@@ -14,6 +14,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <fstream>
@@ -295,4 +296,18 @@ TEST_F(MembraneTest, QuantitiesGivenToNewWinOverTheSetUp) {
     EXPECT_EQ(error, -92);
     EXPECT_FALSE(cold.valid());
     EXPECT_NE(err.find("quantity FEED.T: -5 K is not above 0 K"), std::string::npos) << err;
+}
+
+// A feed at 0 Pa, which the store may hold, is outside the range of every flash: the calculation ends with
+// the range error of the feed instead of evaluating properties there.
+TEST_F(MembraneTest, AFeedOutsideTheRangeIsAnErrorOfTheFeed) {
+    std::unique_ptr<Model> bed(
+        dynamic_cast<Model*>(NodeFactory::create("Test<Membrane12Rtsc>", {"T1", ""}, 0, nullptr, nullptr, nullptr)));
+    bed->setup();
+    bed->Q("FEED.P") = Value(0.0, "Pa");
+    bed->initializeNonPersistents();
+    bed->calculate(0);
+    const auto& errors = dynamic_cast<Model&>(bed->child("FEED")).errorList();
+    EXPECT_NE(std::find(errors.begin(), errors.end(), "pressure outside the range of 1e-05 Pa to 1e+10 Pa"),
+              errors.end());
 }

@@ -116,8 +116,7 @@ int Flash::solveFlash(bool simultaneous, bool noFlow) {
         init(solver_->x());
         status = solver_->solve();
     }
-    if (status == 0 && !inRange(T, Tmin, Tmax)) status = temperatureOutside;
-    if (status == 0 && !inRange(P, Pmin, Pmax)) status = pressureOutside;
+    if (status == 0) status = rangeStatus(P, T);
     solved_ = status == 0;
     TARVO_LOG(3) << "Flash " << name() << " ended with status " << status << " after " << solver_->iterations()
                  << " iterations";
@@ -137,6 +136,12 @@ std::string Flash::statusText(int status) const {
 
 bool Flash::inRange(const Value& v, const Value& lo, const Value& hi) {
     return v.toDouble() >= lo.toDouble() && v.toDouble() <= hi.toDouble();
+}
+
+int Flash::rangeStatus(const Value& P, const Value& T) {
+    if (!inRange(T, Tmin, Tmax)) return temperatureOutside;
+    if (!inRange(P, Pmin, Pmax)) return pressureOutside;
+    return 0;
 }
 
 void Flash::settle(const Value& Pnew, const Value& Tnew) {

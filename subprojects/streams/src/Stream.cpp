@@ -171,7 +171,9 @@ void Stream::go(SolutionMode mode, int) {
     TARVO_LOG(3) << "Now setting Flash variables";
     if (!flash().isIdeal) precompute_isIdeal();
     const bool noFlow = std::fabs(Tphase->totalFlow().toDouble()) <= 100 * epsilon;
-    const int status = flash().solveFlash(mode == simultaneous, noFlow);
+    int status = flash().solveFlash(mode == simultaneous, noFlow);
+    // A simultaneous solve sets the state itself; outside the range it is no state of the models either.
+    if (mode == simultaneous && status == 0) status = Flash::rangeStatus(P, T);
     // A specification without a state in the range leaves the stream's state as it was: no number of the
     // search, and no clipped one, stands for a result.
     const bool outside = status == Flash::temperatureOutside || status == Flash::pressureOutside;

@@ -69,6 +69,8 @@ public:
     static constexpr int pressureOutside = 11;
     // Whether v lies in [lo, hi], the ends included; NaN does not.
     static bool inRange(const Value& v, const Value& lo, const Value& hi);
+    // 0 for a state within the range, else the status that names the first variable outside it.
+    static int rangeStatus(const Value& P, const Value& T);
 
 protected:
     // Unknowns that a derived class hands over behind T and P, with their scalers.
