@@ -216,15 +216,15 @@ int Object::retrieveInteger(const Defaults& defaults, uint32_t id, Persistency* 
                         << maximum << " default = " << fallback;
     int value;
     if (!persistency) {
-        value = defaults.getInteger(tag);
+        // Only an option that is absent takes the fallback: a negative one given is checked like any other.
+        value = defaults.hasInteger(tag) ? defaults.getInteger(tag) : fallback;
         TARVO_LOG_STATIC(4) << "value read from defaults = " << value;
     } else {
         Integer stored(tag, "", -1, nullptr);
         persistency->read(static_cast<int>(id), IntegerMap{{tag, &stored}});
-        value = stored.value();
+        value = stored.value() < 0 ? fallback : stored.value();
         TARVO_LOG_STATIC(4) << "value read from persistency = " << value;
     }
-    if (value < 0) value = fallback;
     if (value <= minimum)
         throw ErrorRunTime("Object::retrieveInteger", "Integer parameter " + tag + " = " + std::to_string(value) +
                                                           " must be stricly greater than " + std::to_string(minimum));

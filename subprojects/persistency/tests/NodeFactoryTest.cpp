@@ -108,3 +108,19 @@ TEST(NodeFactory, CheckedCastNamesTheModelAndTheTarget) {
               "Error was thrown by function: f\nDynamic cast error: Unsupported conversion of model COND of type: Stage "
               "to type: P7Section\n");
 }
+
+// An integer option outside its bounds is refused, a negative one given as well: only an absent option takes
+// the fallback, where a -5 once became the default without a word.
+TEST(NodeFactory, IntegerOptionsOutsideTheirBoundsAreRefused) {
+    registerConfigurable();
+    const auto make = [](const Defaults& d) {
+        std::unique_ptr<Node>(NodeFactory::create("Config", d, 0, nullptr, nullptr, nullptr));
+    };
+    EXPECT_EQ(factoryMessage([&] { make(Defaults("c", "")); }), "no error");
+    EXPECT_NE(factoryMessage([&] { make(Defaults("c", "").setInteger("nStages", -5)); })
+                  .find("Integer parameter nStages = -5 must be stricly greater than 0"),
+              std::string::npos);
+    EXPECT_NE(factoryMessage([&] { make(Defaults("c", "").setInteger("nStages", 10)); })
+                  .find("Integer parameter nStages = 10 must be stricly smaller than 10"),
+              std::string::npos);
+}
