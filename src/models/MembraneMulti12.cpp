@@ -1,16 +1,11 @@
 #include <tarvo/components/ListComponents.h>
 #include <tarvo/models/MembraneMulti12.h>
-#include <tarvo/utility/Log.h>
 
 #include <cassert>
 #include <climits>
 #include <cmath>
 
 using Tarvo::Persistency::Defaults;
-
-namespace {
-constexpr int verbosityFile = -1;
-} // namespace
 
 MembraneMulti12::MembraneMulti12(const Defaults& defaults, uint32_t id, Persistency* persistency, Persistent* parent,
                                  Persistent* root)

@@ -73,15 +73,15 @@ void NodeFactory::registerAlias(const std::string& base, const std::string& alia
     record.name = alias;
     record.description = description;
     record.icon = icon.empty() ? baseRecord.category : icon;
-    for (const auto& [name, value] : options.integerOptions()) {
-        (void)value;
+    for (const auto& option : options.integerOptions()) {
+        const std::string& name = option.first; // a structured binding cannot be captured in C++17
         auto& list = record.integerOptions;
         const auto it = std::find_if(list.begin(), list.end(), [&](const auto& o) { return o.name == name; });
         if (it == list.end()) throw ErrorRunTime(TARVO_FUNCTION, "integer option " + name + " unsupported by base type");
         list.erase(it);
     }
-    for (const auto& [name, value] : options.stringOptions()) {
-        (void)value;
+    for (const auto& option : options.stringOptions()) {
+        const std::string& name = option.first;
         auto& list = record.stringOptions;
         const auto it = std::find_if(list.begin(), list.end(), [&](const auto& o) { return o.name == name; });
         if (it == list.end()) throw ErrorRunTime(TARVO_FUNCTION, "string option " + name + " unsupported by base type");

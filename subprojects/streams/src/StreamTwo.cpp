@@ -15,7 +15,10 @@ using Tarvo::Utility::PhaseType;
 namespace {
 constexpr int verbosityFile = -1;
 
-bool idealModel(const Phase::Generic& phase) { return typeid(phase.model()) == typeid(Phase::Ideal); }
+bool idealModel(const Phase::Generic& phase) {
+    const auto& model = phase.model(); // a call inside typeid draws a side-effect warning from clang
+    return typeid(model) == typeid(Phase::Ideal);
+}
 } // namespace
 
 template <typename F>

@@ -3,16 +3,11 @@
 #include <tarvo/streams/Stream.h>
 #include <tarvo/units/Connectivity.h>
 #include <tarvo/utility/FunctionName.h>
-#include <tarvo/utility/Log.h>
 
 #include <cstdlib>
 #include <iostream>
 
 using Tarvo::Persistency::Defaults;
-
-namespace {
-constexpr int verbosityFile = -1;
-} // namespace
 
 unsigned int parse_int(const std::string& text, const std::string& tag) {
     char* end = nullptr;

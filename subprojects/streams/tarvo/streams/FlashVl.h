@@ -1,6 +1,7 @@
 #ifndef TARVO_STREAMS_FLASHVL_H
 #define TARVO_STREAMS_FLASHVL_H
 
+#include <tarvo/phases/PhaseGeneric.h>
 #include <tarvo/streams/Flash.h>
 
 // A flash between two fluid phases with K values that the stream supplies. The vapor fraction alfa is an
@@ -12,6 +13,9 @@ public:
 
     void addUnknowns() override;
     FlashVl* twoPhase() override { return this; }
+    // The two phases of the split, vapor-like first; their fugacities are equal at equilibrium.
+    virtual Phase::Generic& vaporLikePhase() const = 0;
+    virtual Phase::Generic& liquidLikePhase() const = 0;
     // K values at (P, T); the stream decides where they come from.
     virtual void fillkvl(const Value& /*P*/, const Value& /*T*/, bool /*estimating*/) {}
     // The split equation. Where the vapor fraction is specified, the phases' compositions must add up

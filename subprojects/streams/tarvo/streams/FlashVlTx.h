@@ -1,7 +1,6 @@
 #ifndef TARVO_STREAMS_FLASHVLTX_H
 #define TARVO_STREAMS_FLASHVLTX_H
 
-#include <tarvo/phases/PhaseGeneric.h>
 #include <tarvo/streams/FlashVlT.h>
 
 // K values that depend on composition: each is an unknown, with the equality of fugacities as its
@@ -14,9 +13,6 @@ public:
     // The K values are unknowns: residuals never overwrite them.
     void prepare_Flash_residuals() override {}
     int calculateResidualsEquilibrium(std::vector<Value>& y, uint32_t offset) override;
-    // The two phases whose fugacities are equal at equilibrium.
-    virtual Phase::Generic& vaporLikePhase() const = 0;
-    virtual Phase::Generic& liquidLikePhase() const = 0;
 
 protected:
     std::vector<std::pair<Value*, Scaler>> betas() override;

@@ -27,8 +27,8 @@ public:
     const Value& Fraction(const Tarvo::Utility::PhaseIndex& index, bool clipped) const override;
     Vector X(const Tarvo::Utility::PhaseIndex& index) const override;
     const Vector& splitComposition() const override;
-    Phase::Generic& vaporLikePhase() const { return *first_; }
-    Phase::Generic& liquidLikePhase() const { return *second_; }
+    Phase::Generic& vaporLikePhase() const override { return *first_; }
+    Phase::Generic& liquidLikePhase() const override { return *second_; }
 
     String embeddedTypePhase0;
     String embeddedTypePhase1;
