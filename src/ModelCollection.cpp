@@ -63,6 +63,9 @@ void addTypeEnumerator(const std::string& name, const std::string& description, 
 } // namespace
 
 void registerModelCollection() {
+    // Every start of the kernel registers the collection, as it does the kernel's own types: a second
+    // start in one process (tarvo-eval called twice) finds it there.
+    if (NodeFactory::registered("Membrane12Rtsc")) return;
     registerMembranes();
     registerTestBeds();
     Core::clearEnumerators();
