@@ -133,10 +133,11 @@ Value* findQuantity(Model& model, const std::string& path) {
     }
 }
 
-// A subscript that the item has no place for, as "x[7]" of five components or "x[4294967296]".
+// A subscript that the item has no place for, as "x[7]" of five components or "x[4294967296]"; a path
+// without its closing bracket is no subscript but a typing error.
 bool subscriptOutside(Model& model, const std::string& path) {
     const auto open = path.rfind('[');
-    return open != std::string::npos && findQuantity(model, path.substr(0, open) + "[0]");
+    return open != std::string::npos && path.back() == ']' && findQuantity(model, path.substr(0, open) + "[0]");
 }
 
 // Sets the item at `path`: a quantity if the object has one there, else an integer, else a string.
@@ -214,12 +215,13 @@ int run(const Arguments& a) {
     if (a.requests.empty()) {
         printQuantities(*model, undefined);
     } else {
-        std::cout.precision(10);
+        const auto precision = std::cout.precision(10);
         for (const Request& r : a.requests) {
             const Value& q = model->Q(r.path);
             const double x = r.unit.empty() ? q.toDouble() : q.toDouble(r.unit);
             printResult(r.path, x, r.unit.empty() ? q.unitText() : r.unit, undefined);
         }
+        std::cout.precision(precision); // a caller in the same process prints on with its own
     }
     for (const std::string& e : model->errorList()) std::cerr << "error: " << e << "\n";
     for (const std::string& name : undefined) std::cerr << "error: " << name << " is not a finite number\n";

@@ -72,6 +72,7 @@ TEST(Eval, WrongArgumentsGiveTheUsageAndCodeTwo) {
     for (const std::vector<std::string>& words :
          {std::vector<std::string>{}, {"NoSuchType"}, {"StreamVapor", "P=1 kg"}, {"StreamVapor", "P"},
           {"StreamVapor", "--get", "nothing"}, {"--components", "unobtainium", "StreamVapor"},
+          {"StreamVapor", "Tphase.x[0=0.5"},
           {"StreamVapor", "--frobnicate"}, {"StreamVapor", "--get"}}) {
         const EvalRun run = eval(words);
         EXPECT_EQ(run.code, 2) << (words.empty() ? "" : words[0]);
