@@ -45,14 +45,16 @@ std::string sqlFormat(const char* format, ...) {
 }
 
 double PersistencySql::safeNumber(double x) {
-    if (std::isnan(x)) return 0.0;
-    if (std::isinf(x)) return x > 0 ? 8.988465674311579e307 : -8.988465674311579e307;
     if (x != 0 && std::fabs(x) < 1.1125369292536007e-308) return x > 0 ? 4.450147717014403e-308 : -4.450147717014403e-308;
     return x;
 }
 
 // Seventeen digits, so that every double comes back from the text exactly.
-std::string PersistencySql::numberText(double x) { return sqlFormat("%.17g", safeNumber(x)); }
+std::string PersistencySql::numberText(double x) {
+    if (std::isnan(x)) return "NaN";
+    if (std::isinf(x)) return x > 0 ? "Infinity" : "-Infinity";
+    return sqlFormat("%.17g", safeNumber(x));
+}
 
 bool PersistencySql::flagValue(const std::optional<std::string>& text) {
     return text && (*text == "t" || *text == "1" || *text == "true");

@@ -3,6 +3,7 @@
 
 #include <sqlite3.h>
 
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 
@@ -187,7 +188,9 @@ public:
             int rc;
             switch (p.kind) {
             case SqlParameter::real:
-                rc = sqlite3_bind_double(statement_, i + 1, PersistencySql::safeNumber(p.d));
+                // SQLite would store NaN as NULL, which reads back as 0; as text it stays NaN.
+                rc = std::isnan(p.d) ? sqlite3_bind_text(statement_, i + 1, "NaN", -1, SQLITE_STATIC)
+                                     : sqlite3_bind_double(statement_, i + 1, PersistencySql::safeNumber(p.d));
                 break;
             case SqlParameter::text:
                 rc = sqlite3_bind_text(statement_, i + 1, p.s.c_str(), -1, SQLITE_TRANSIENT);

@@ -53,10 +53,11 @@ struct SqlDialect {
 // vectors, blocks, safe numbers), on top of a few primitives that each driver supplies.
 class PersistencySql : public Persistency {
 public:
-    // Infinities become ±8.988465674311579e307, subnormals ±4.450147717014403e-308, NaN 0, so that any
-    // database takes the number back.
+    // Subnormals become ±4.450147717014403e-308, which every database takes back. NaN and the infinities
+    // stay what they are: an undefined result must not read back as a plausible number.
     static double safeNumber(double x);
-    // The safe number as text that reads back to the same double.
+    // The safe number as text that reads back to the same double; NaN, Infinity and -Infinity as the
+    // server writes them.
     static std::string numberText(double x);
 
     void push_transaction() override;
