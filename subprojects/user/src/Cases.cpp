@@ -36,6 +36,14 @@ Handle handleOf(const Model& model) {
     return Handle(record);
 }
 
+// Inserts the tree, one transaction, and names its id on standard output as soon as the commit returns: a
+// caller whose kernel is killed before it writes id.txt still finds the id there.
+void insertAnnounced(Model& model, PersistencyPostgres& store) {
+    model.insert(&store);
+    TARVO_LOG_STATIC(1) << "Saved to persistent storage";
+    std::cout << "Stored with id " << static_cast<int>(model.id()) - model.offset() << std::endl;
+}
+
 // Only the types of the catalogue that may stand at the root make a case; the others are parts of one.
 void refuseUnlessRoot(const std::string& type) {
     if (NodeFactory::registered(type) && !NodeFactory::typeDescriptor(type).instantiable)
@@ -75,8 +83,7 @@ Handle createCase_(const CaseDescriptor& descriptor, int& error, bool drawings) 
     model->reportMessages();
     TARVO_LOG_STATIC(1) << "Saving to persistent storage";
     PersistencyPostgres store;
-    model->insert(&store);
-    TARVO_LOG_STATIC(1) << "Saved to persistent storage";
+    insertAnnounced(*model, store);
     const Handle handle = handleOf(*model);
     if (drawings) {
         TARVO_LOG_STATIC(1) << "Dumping all flowheet objects as tiny SVGs";
@@ -143,8 +150,7 @@ Handle duplicate(const Handle& handle, const std::string& tag, const std::string
         model->setTag(tag);
         model->setDescription(description);
         TARVO_LOG_STATIC(1) << "Inserting new object into persistent storage database";
-        model->insert(&store);
-        TARVO_LOG_STATIC(1) << "Saved to persistent storage";
+        insertAnnounced(*model, store);
         Handle copy = handleOf(*model);
         Handle::Record record{copy.id(), copy.uuid(), copy.type(), copy.tag(), copy.description(), 0, 0, true};
         error = success;

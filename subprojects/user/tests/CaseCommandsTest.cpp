@@ -48,6 +48,7 @@ TEST_F(CaseCommands, NewCalculateDuplicateRemovePurge) {
               std::string::npos)
         << created.out;
     EXPECT_NE(created.out.find("Saved to persistent storage"), std::string::npos);
+    EXPECT_NE(created.out.find("\nStored with id 0\n"), std::string::npos) << created.out;
     EXPECT_EQ(quantity(0, "V"), 3.5);
     EXPECT_EQ(quantity(0, "m"), 0.0);
 
@@ -65,6 +66,7 @@ TEST_F(CaseCommands, NewCalculateDuplicateRemovePurge) {
     const TarvoRun copied = run({"duplicate", "0", "c", "d"});
     ASSERT_EQ(copied.exitCode, 0) << copied.err;
     EXPECT_EQ(copied.idTxt, "2\n");
+    EXPECT_NE(copied.out.find("\nStored with id 2\n"), std::string::npos) << copied.out;
     EXPECT_EQ(quantity(2, "m"), 3500.0);
     EXPECT_EQ(rows("N"), 3);
 
