@@ -1,4 +1,5 @@
 #include <tarvo/persistency/Configuration.h>
+#include <tarvo/utility/WholeInteger.h>
 #include <tarvo/persistency/Node.h>
 #include <tarvo/persistency/PersistencyPostgres.h>
 
@@ -113,8 +114,23 @@ PersistencyPostgres::PersistencyPostgres(const std::string& connection) : Persis
 
 PersistencyPostgres::~PersistencyPostgres() { PQfinish(connection_); }
 
+namespace {
+// A whole number of seconds above 0 from the setting `key`, or `fallback` without one.
+std::string seconds(const Configuration& configuration, const std::string& key, int fallback) {
+    const auto text = configuration.setting(key);
+    const std::optional<int> n = text ? Tarvo::Utility::wholeInteger(*text) : fallback;
+    if (!n || *n < 1) throw ErrorPostgres("PersistencyPostgres::connectionString", key + " takes whole seconds above 0");
+    return std::to_string(*n);
+}
+} // namespace
+
 std::string PersistencyPostgres::connectionString(const Configuration& configuration) {
-    std::string text = "dbname=persistency user=tarvo password=kzmwt";
+    // Every wait is bounded: a server that accepts and never answers, a kernel stopped while it holds the
+    // allocation lock, a statement that does not end. Each then fails with the server's reason.
+    std::string text = "dbname=persistency user=tarvo password=kzmwt connect_timeout=" +
+                       seconds(configuration, "DatabaseConnectTimeout", 10) + " options='-c lock_timeout=" +
+                       seconds(configuration, "DatabaseLockTimeout", 10) + "s -c statement_timeout=" +
+                       seconds(configuration, "DatabaseStatementTimeout", 60) + "s'";
     if (const auto host = configuration.setting("DatabaseHost")) text += " host=" + *host;
     if (const auto port = configuration.setting("DatabasePort")) text += " port=" + *port;
     return text;

@@ -12,6 +12,9 @@
 #include <fstream>
 #include <limits>
 #include <memory>
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -303,10 +306,19 @@ TEST(Configuration, SettingsOfTheSection) {
     EXPECT_EQ(c.setting("DatabasePort"), std::optional<std::string>(" 5433")); // a leading blank is kept
     EXPECT_EQ(c.setting("Greeting"), std::optional<std::string>("a\nb"));
     EXPECT_EQ(c.setting("Missing"), std::nullopt);
+    const std::string waits = " connect_timeout=10 options='-c lock_timeout=10s -c statement_timeout=60s'";
     EXPECT_EQ(PersistencyPostgres::connectionString(c),
-              "dbname=persistency user=tarvo password=kzmwt host= db.local port= 5433");
+              "dbname=persistency user=tarvo password=kzmwt" + waits + " host= db.local port= 5433");
     std::ofstream(file) << "[1.1]\n";
-    EXPECT_EQ(PersistencyPostgres::connectionString(Configuration(file)), "dbname=persistency user=tarvo password=kzmwt");
+    EXPECT_EQ(PersistencyPostgres::connectionString(Configuration(file)), "dbname=persistency user=tarvo password=kzmwt" + waits);
+    std::ofstream(file) << "[1.1]\nDatabaseConnectTimeout=2\nDatabaseLockTimeout=1\nDatabaseStatementTimeout=5\n";
+    EXPECT_EQ(PersistencyPostgres::connectionString(Configuration(file)),
+              "dbname=persistency user=tarvo password=kzmwt connect_timeout=2 options='-c lock_timeout=1s -c "
+              "statement_timeout=5s'");
+    for (const char* bad : {"0", "-1", "2 dbname=other", "x"}) {
+        std::ofstream(file) << "[1.1]\nDatabaseLockTimeout=" << bad << "\n";
+        EXPECT_THROW(PersistencyPostgres::connectionString(Configuration(file)), ErrorPostgres) << bad;
+    }
     std::filesystem::remove(file);
 }
 
@@ -373,4 +385,40 @@ TEST(SqliteStore, LocksRefuseBadArgumentsAtOnce) {
     EXPECT_EQ(store.try_lock(1, who, 3600), 0);
     EXPECT_EQ(store.try_lock(-1, who, 10), 0);
     std::filesystem::remove(file);
+}
+
+// A server that accepts the connection and never answers ends the connection after its timeout.
+TEST(StoreConnection, AServerThatNeverAnswersTimesOut) {
+    const int listener = socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    ASSERT_EQ(bind(listener, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+    socklen_t length = sizeof address;
+    getsockname(listener, reinterpret_cast<sockaddr*>(&address), &length);
+    ASSERT_EQ(listen(listener, 4), 0); // the kernel completes the handshake; nobody ever reads
+    try {
+        PersistencyPostgres store("dbname=persistency user=tarvo password=x connect_timeout=2 host=127.0.0.1 port=" +
+                                  std::to_string(ntohs(address.sin_port)));
+        ADD_FAILURE() << "connected to a silent listener";
+    } catch (const ErrorPostgres& e) {
+        EXPECT_NE(e.message().find("timeout expired"), std::string::npos) << e.message();
+    }
+    close(listener);
+}
+
+// A kernel stopped while it holds the allocation lock makes the others fail after the lock timeout.
+TEST_F(Store, AHeldAllocationLockEndsOthersAfterTheLockTimeout) {
+    PersistencyPostgres holder(database_.connection());
+    holder.push_transaction();
+    holder.getId(); // takes the lock until the end of this transaction
+    PersistencyPostgres waiting(database_.connection() + " options='-c lock_timeout=1s'");
+    waiting.push_transaction();
+    try {
+        waiting.getId();
+        ADD_FAILURE() << "allocated while another kernel holds the lock";
+    } catch (const ErrorPostgres& e) {
+        EXPECT_NE(e.message().find("lock timeout"), std::string::npos) << e.message();
+    }
+    holder.pop_transaction();
 }
