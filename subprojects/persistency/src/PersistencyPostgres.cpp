@@ -1,7 +1,7 @@
 #include <tarvo/persistency/Configuration.h>
-#include <tarvo/utility/WholeInteger.h>
 #include <tarvo/persistency/Node.h>
 #include <tarvo/persistency/PersistencyPostgres.h>
+#include <tarvo/utility/WholeInteger.h>
 
 #include <libpq-fe.h>
 

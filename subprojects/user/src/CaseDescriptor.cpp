@@ -67,6 +67,15 @@ std::string quoted(const std::string& s) {
     return Json::writeString(writer, Json::Value(s));
 }
 
+// The members of one map, in key order, joined by commas; `show` writes a value.
+template <typename Map, typename Show> void writeMembers(std::ostream& out, const Map& map, Show show) {
+    const char* separator = "";
+    for (const auto& [key, value] : map) {
+        out << separator << quoted(key) << ':' << show(value);
+        separator = ",";
+    }
+}
+
 } // namespace
 
 CaseDescriptor::CaseDescriptor(const std::string& type, const std::string& tag, const std::string& description)
@@ -110,25 +119,14 @@ std::string CaseDescriptor::text() const {
     // into an equal descriptor.
     std::ostringstream out;
     out << std::setprecision(17);
+    const auto number = [](auto x) { return x; };
     out << "{ \"type\":" << quoted(type_) << ",\"tag\":" << quoted(tag()) << ",\"description\":" << quoted(description())
         << ",\"stringOptions\":{";
-    const char* separator = "";
-    for (const auto& [key, value] : stringOptions()) {
-        out << separator << quoted(key) << ':' << quoted(value);
-        separator = ",";
-    }
+    writeMembers(out, stringOptions(), quoted);
     out << "},\"integerOptions\":{";
-    separator = "";
-    for (const auto& [key, value] : integerOptions()) {
-        out << separator << quoted(key) << ':' << value;
-        separator = ",";
-    }
+    writeMembers(out, integerOptions(), number);
     out << "},\"quantities\":{";
-    separator = "";
-    for (const auto& [key, value] : quantities_) {
-        out << separator << quoted(key) << ':' << value;
-        separator = ",";
-    }
+    writeMembers(out, quantities_, number);
     out << "} }";
     return out.str();
 }

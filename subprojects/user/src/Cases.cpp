@@ -38,10 +38,12 @@ Handle handleOf(const Model& model) {
 
 // Inserts the tree, one transaction, and names its id on standard output as soon as the commit returns: a
 // caller whose kernel is killed before it writes id.txt still finds the id there.
-void insertAnnounced(Model& model, PersistencyPostgres& store) {
+Handle insertAnnounced(Model& model, PersistencyPostgres& store) {
     model.insert(&store);
     TARVO_LOG_STATIC(1) << "Saved to persistent storage";
-    std::cout << "Stored with id " << static_cast<int>(model.id()) - model.offset() << std::endl;
+    Handle handle = handleOf(model);
+    std::cout << "Stored with id " << handle.id() << std::endl;
+    return handle;
 }
 
 // Only the types of the catalogue that may stand at the root make a case; the others are parts of one.
@@ -83,8 +85,7 @@ Handle createCase_(const CaseDescriptor& descriptor, int& error, bool drawings) 
     model->reportMessages();
     TARVO_LOG_STATIC(1) << "Saving to persistent storage";
     PersistencyPostgres store;
-    insertAnnounced(*model, store);
-    const Handle handle = handleOf(*model);
+    const Handle handle = insertAnnounced(*model, store);
     if (drawings) {
         TARVO_LOG_STATIC(1) << "Dumping all flowheet objects as tiny SVGs";
         std::vector<std::string> names;
@@ -150,8 +151,7 @@ Handle duplicate(const Handle& handle, const std::string& tag, const std::string
         model->setTag(tag);
         model->setDescription(description);
         TARVO_LOG_STATIC(1) << "Inserting new object into persistent storage database";
-        insertAnnounced(*model, store);
-        Handle copy = handleOf(*model);
+        const Handle copy = insertAnnounced(*model, store);
         Handle::Record record{copy.id(), copy.uuid(), copy.type(), copy.tag(), copy.description(), 0, 0, true};
         error = success;
         return Handle(record);

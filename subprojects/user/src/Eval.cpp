@@ -12,9 +12,9 @@
 #include <cmath>
 #include <cstdlib>
 #include <exception>
-#include <optional>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>

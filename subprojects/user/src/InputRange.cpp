@@ -7,11 +7,12 @@ namespace Tarvo::User {
 
 namespace {
 
-// The item's own tag: "x" of "FEED:Tphase.x[CH4]".
-std::string ownTag(const std::string& path) {
+// Whether the item's own tag ("x" of "FEED:Tphase.x[CH4]") names a fraction.
+bool namesFraction(const std::string& path) {
     const std::string name = path.substr(0, path.find('['));
     const auto separator = name.find_last_of(".:");
-    return separator == std::string::npos ? name : name.substr(separator + 1);
+    const std::string tag = separator == std::string::npos ? name : name.substr(separator + 1);
+    return tag == "x" || tag == "w" || tag == "fraction";
 }
 
 } // namespace
@@ -26,8 +27,7 @@ std::string inputRefusal(const std::string& path, const Value& item, double valu
         why << " K is not above 0 K";
     } else if (item.sameUnits(pascal) && value < 0) {
         why << " Pa is below 0 Pa";
-    } else if (item.sameUnits(one) && (value < 0 || value > 1) &&
-               (ownTag(path) == "x" || ownTag(path) == "w" || ownTag(path) == "fraction")) {
+    } else if (item.sameUnits(one) && (value < 0 || value > 1) && namesFraction(path)) {
         why << " is outside the range of a fraction, 0 to 1";
     } else {
         return {};
