@@ -27,6 +27,7 @@ const SqlDialect postgres{
     "SELECT V.NID, V.ID, TRIM(V.TAG), W.ID, W.VALUE FROM %s V LEFT JOIN %sV W ON W.%s = V.ID "
     "WHERE V.NID >= %d AND V.NID < %d ORDER BY V.ID, W.ID",
     "DELETE FROM %sV WHERE %s=%d",
+    "SELECT ID FROM %s WHERE ID=%d FOR UPDATE",
     {"delete from ivv using iv where ivv.vid = iv.id and iv.nid >= %d and iv.nid < %d + (select range from n where id = %d)",
      "delete from svv using sv where svv.vid = sv.id and sv.nid >= %d and sv.nid < %d + (select range from n where id = %d)",
      "delete from qvv using qv where qvv.vid = qv.id and qv.nid >= %d and qv.nid < %d + (select range from n where id = %d)",

@@ -364,7 +364,9 @@ void PersistencySql::updateVectors(int id, const Map& items, const char* table, 
                 inPlace->run({parameter(item.value()[i]), SqlParameter::of(integerOf(first[i][3]))},
                              sqlFormat("Record %s not found!", tag.c_str()));
         } else {
-            lockAllocation();
+            // Its values come from a sequence, so only another writer of this vector must wait: one that
+            // deleted the old values before this one inserts would otherwise leave both sets behind.
+            if (!dialect_.lockVector.empty()) execute(sqlFormat(dialect_.lockVector.c_str(), table, vid), context);
             execute(sqlFormat(dialect_.deleteVectorValues.c_str(), table, link, vid), context + "V");
             if (!values)
                 values = prepare("PinsertVVTBL", sqlFormat(dialect_.insertVectorValue.c_str(), table, link), context + "V");

@@ -407,12 +407,19 @@ TEST(StoreConnection, AServerThatNeverAnswersTimesOut) {
     close(listener);
 }
 
-// A kernel stopped while it holds the allocation lock makes the others fail after the lock timeout.
+// A kernel stopped while it holds the allocation lock makes the others' allocations fail after the lock
+// timeout, while an update of another case, resized vectors and all, goes on without waiting.
 TEST_F(Store, AHeldAllocationLockEndsOthersAfterTheLockTimeout) {
+    std::unique_ptr<Plant> plant = filledPlant();
+    const int id = plant->insert(&store_);
     PersistencyPostgres holder(database_.connection());
     holder.push_transaction();
     holder.getId(); // takes the lock until the end of this transaction
     PersistencyPostgres waiting(database_.connection() + " options='-c lock_timeout=1s'");
+    plant->labels.resize(4);
+    plant->labels[3] = "fourth";
+    EXPECT_EQ(plant->update(&waiting), id);
+    EXPECT_TRUE(retrieve(store_, id)->equals(*plant));
     waiting.push_transaction();
     try {
         waiting.getId();

@@ -45,6 +45,7 @@ struct SqlDialect {
     std::string selectVectors;       // "%s" "%s" "%s" "%d" "%d": table, table, link, NID from, NID below; columns
                                      // NID, ID, TAG, value ID, VALUE by ID then value ID, a vector without values once
     std::string deleteVectorValues;        // "%s" "%s" "%d"
+    std::string lockVector;                // "%s" "%d": table, ID; empty where a writer holds the whole store
     std::vector<std::string> removeBlock;  // each with "%d" three times
     std::string getId;
 };
