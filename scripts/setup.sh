@@ -42,14 +42,34 @@ build_kernel() {
     cmake --build "$build" -j2
 }
 
-# A local cluster, reached on the loopback address with a password, holding the database
-# "persistency" of the user "tarvo" and the schema of the store.
+# A local cluster that listens on loopback only, holding the database "persistency" of the user
+# "tarvo" and the schema of the store. The user's password is drawn at random the first time and
+# kept in a libpq password file that only root can read; the configuration file names it.
+secret=/etc/xdg/tarvo/pgpass
+
+store_password() {
+    local password=
+    [ -f "$secret" ] && password=$(awk -F: '$4 == "tarvo" {print $5; exit}' "$secret")
+    if [ -z "$password" ]; then
+        password=$(od -An -N16 -tx1 /dev/urandom | tr -d ' \n')
+        mkdir -p "$(dirname "$secret")"
+        (umask 077; printf '*:*:*:tarvo:%s\n' "$password" > "$secret.new")
+        mv "$secret.new" "$secret"
+    fi
+    chmod 600 "$secret"
+    printf '%s' "$password"
+}
+
 prepare_store() {
-    local version cluster=main status port
+    local version cluster=main status port password
     version=$(ls /usr/lib/postgresql | sort -V | tail -n 1)
     if ! pg_lsclusters -h | awk -v v="$version" -v c="$cluster" '$1 == v && $2 == c {found = 1} END {exit !found}'; then
         say "creating PostgreSQL cluster $version/$cluster"
         pg_createcluster "$version" "$cluster" >/dev/null
+    fi
+    if [ "$(pg_conftool -s "$version" "$cluster" show listen_addresses 2>/dev/null)" != localhost ]; then
+        pg_conftool "$version" "$cluster" set listen_addresses localhost
+        pg_ctlcluster "$version" "$cluster" stop 2>/dev/null || true
     fi
     status=$(pg_lsclusters -h | awk -v v="$version" -v c="$cluster" '$1 == v && $2 == c {print $4}')
     port=$(pg_lsclusters -h | awk -v v="$version" -v c="$cluster" '$1 == v && $2 == c {print $3}')
@@ -60,19 +80,21 @@ prepare_store() {
     for _ in $(seq 60); do pg_isready -q -h 127.0.0.1 -p "$port" && break; sleep 0.5; done
     pg_isready -q -h 127.0.0.1 -p "$port"
 
+    password=$(store_password)
     local admin=(runuser -u postgres -- psql -p "$port" -v ON_ERROR_STOP=1 -qAt)
-    "${admin[@]}" -c "DO \$\$ BEGIN
-        IF NOT EXISTS (SELECT 1 FROM pg_roles WHERE rolname = 'tarvo') THEN
-            CREATE ROLE tarvo LOGIN CREATEDB PASSWORD 'kzmwt';
-        END IF; END \$\$;"
+    if [ -z "$("${admin[@]}" -c "SELECT 1 FROM pg_roles WHERE rolname = 'tarvo'")" ]; then
+        "${admin[@]}" -c "CREATE ROLE tarvo LOGIN CREATEDB"
+    fi
+    # Given on standard input, the password never shows in a process list.
+    "${admin[@]}" -v password="$password" <<< "ALTER ROLE tarvo PASSWORD :'password';"
     if [ -z "$("${admin[@]}" -c "SELECT 1 FROM pg_database WHERE datname = 'persistency'")" ]; then
         "${admin[@]}" -c "CREATE DATABASE persistency OWNER tarvo"
     fi
-    PGPASSWORD=kzmwt psql -h 127.0.0.1 -p "$port" -U tarvo -d persistency -v ON_ERROR_STOP=1 -q \
+    PGPASSFILE="$secret" psql -h 127.0.0.1 -p "$port" -U tarvo -d persistency -v ON_ERROR_STOP=1 -q \
         -c "SET client_min_messages = warning" -f "$root/subprojects/persistency/sql/postgres.sql"
 
-    mkdir -p /etc/xdg/tarvo
-    printf '[1.1]\nDatabaseHost=127.0.0.1\nDatabasePort=%s\n' "$port" > /etc/xdg/tarvo/TARVO.conf
+    printf '[1.1]\nDatabaseHost=127.0.0.1\nDatabasePort=%s\nDatabasePasswordFile=%s\n' "$port" "$secret" \
+        > /etc/xdg/tarvo/TARVO.conf
     say "store ready: database persistency on 127.0.0.1:$port, settings in /etc/xdg/tarvo/TARVO.conf"
 }
 

@@ -123,17 +123,30 @@ std::string seconds(const Configuration& configuration, const std::string& key, 
     if (!n || *n < 1) throw ErrorPostgres("PersistencyPostgres::connectionString", key + " takes whole seconds above 0");
     return std::to_string(*n);
 }
+
+// A value of a connection string that may hold blanks, quotes or backslashes.
+std::string quoted(const std::string& value) {
+    std::string text = "'";
+    for (const char c : value) {
+        if (c == '\'' || c == '\\') text += '\\';
+        text += c;
+    }
+    return text + "'";
+}
 } // namespace
 
 std::string PersistencyPostgres::connectionString(const Configuration& configuration) {
     // Every wait is bounded: a server that accepts and never answers, a kernel stopped while it holds the
     // allocation lock, a statement that does not end. Each then fails with the server's reason.
-    std::string text = "dbname=persistency user=tarvo password=kzmwt connect_timeout=" +
+    std::string text = "dbname=persistency user=tarvo connect_timeout=" +
                        seconds(configuration, "DatabaseConnectTimeout", 10) + " options='-c lock_timeout=" +
                        seconds(configuration, "DatabaseLockTimeout", 10) + "s -c statement_timeout=" +
                        seconds(configuration, "DatabaseStatementTimeout", 60) + "s'";
     if (const auto host = configuration.setting("DatabaseHost")) text += " host=" + *host;
     if (const auto port = configuration.setting("DatabasePort")) text += " port=" + *port;
+    // The password stays in a file that only its owner can read; without the setting libpq looks in
+    // the user's own password file.
+    if (const auto file = configuration.setting("DatabasePasswordFile")) text += " passfile=" + quoted(*file);
     return text;
 }
 

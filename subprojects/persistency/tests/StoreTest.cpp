@@ -279,17 +279,15 @@ TEST_F(Store, ConcurrentKernelsGetDisjointBlocks) {
 
 TEST(StoreConnection, WrongPasswordAndClosedPortAreReported) {
     const std::string server = PersistencyPostgres::connectionString(Configuration(Configuration::kernelFile));
-    std::string wrong = server;
-    wrong.replace(wrong.find("password=kzmwt"), 14, "password=wrong");
     try {
-        PersistencyPostgres store(wrong);
+        PersistencyPostgres store(server + " password=wrong"); // a given password comes before the file's
         FAIL();
     } catch (const ErrorPostgres& e) {
         EXPECT_NE(e.message().find("Postgres database driver Error: "), std::string::npos);
         EXPECT_NE(e.message().find("password authentication failed"), std::string::npos) << e.message();
     }
     try {
-        PersistencyPostgres store("dbname=persistency user=tarvo password=kzmwt host=127.0.0.1 port=1");
+        PersistencyPostgres store("dbname=persistency user=tarvo host=127.0.0.1 port=1");
         FAIL();
     } catch (const ErrorPostgres& e) {
         EXPECT_NE(e.message().find("Connection refused"), std::string::npos) << e.message();
@@ -308,12 +306,15 @@ TEST(Configuration, SettingsOfTheSection) {
     EXPECT_EQ(c.setting("Missing"), std::nullopt);
     const std::string waits = " connect_timeout=10 options='-c lock_timeout=10s -c statement_timeout=60s'";
     EXPECT_EQ(PersistencyPostgres::connectionString(c),
-              "dbname=persistency user=tarvo password=kzmwt" + waits + " host= db.local port= 5433");
+              "dbname=persistency user=tarvo" + waits + " host= db.local port= 5433");
     std::ofstream(file) << "[1.1]\n";
-    EXPECT_EQ(PersistencyPostgres::connectionString(Configuration(file)), "dbname=persistency user=tarvo password=kzmwt" + waits);
+    EXPECT_EQ(PersistencyPostgres::connectionString(Configuration(file)), "dbname=persistency user=tarvo" + waits);
+    std::ofstream(file) << "[1.1]\nDatabasePasswordFile=/etc/my store's pass\n";
+    EXPECT_EQ(PersistencyPostgres::connectionString(Configuration(file)),
+              "dbname=persistency user=tarvo" + waits + " passfile='/etc/my store\\'s pass'");
     std::ofstream(file) << "[1.1]\nDatabaseConnectTimeout=2\nDatabaseLockTimeout=1\nDatabaseStatementTimeout=5\n";
     EXPECT_EQ(PersistencyPostgres::connectionString(Configuration(file)),
-              "dbname=persistency user=tarvo password=kzmwt connect_timeout=2 options='-c lock_timeout=1s -c "
+              "dbname=persistency user=tarvo connect_timeout=2 options='-c lock_timeout=1s -c "
               "statement_timeout=5s'");
     for (const char* bad : {"0", "-1", "2 dbname=other", "x"}) {
         std::ofstream(file) << "[1.1]\nDatabaseLockTimeout=" << bad << "\n";

@@ -65,6 +65,8 @@ void TemporaryDatabase::writeConfiguration(const std::string& file) const {
     std::ofstream(file) << "[1.1]\nDatabaseHost=" << kernel.setting("DatabaseHost").value_or("127.0.0.1")
                         << "\nDatabasePort=" << kernel.setting("DatabasePort").value_or("5432") << " dbname=" << name_
                         << "\n";
+    if (const auto secret = kernel.setting("DatabasePasswordFile"))
+        std::ofstream(file, std::ios::app) << "DatabasePasswordFile=" << *secret << "\n";
 }
 
 void TemporaryDatabase::execute(const std::string& sql) const { run(connection_, sql); }

@@ -29,8 +29,8 @@ public:
     PersistencyPostgres(const PersistencyPostgres&) = delete;
     PersistencyPostgres& operator=(const PersistencyPostgres&) = delete;
 
-    // "dbname=persistency user=tarvo password=kzmwt", then " host=" and " port=" where the configuration
-    // has DatabaseHost and DatabasePort.
+    // "dbname=persistency user=tarvo", the bounded waits, then " host=", " port=" and " passfile=" where
+    // the configuration has DatabaseHost, DatabasePort and DatabasePasswordFile. No password is built in.
     static std::string connectionString(const Configuration& configuration);
     // Empties every table of the store in one statement.
     void purgeAll();
