@@ -56,9 +56,12 @@ std::string PersistencySql::numberText(double x) {
     return sqlFormat("%.17g", safeNumber(x));
 }
 
-bool PersistencySql::flagValue(const std::optional<std::string>& text) {
+namespace {
+// Booleans as either database gives them back.
+bool flagValue(const std::optional<std::string>& text) {
     return text && (*text == "t" || *text == "1" || *text == "true");
 }
+} // namespace
 
 // Every write comes in a transaction, so what was read of the store is dropped here.
 void PersistencySql::push_transaction() {
@@ -127,9 +130,11 @@ const SqlRows& PersistencySql::scalarRows(int id, const char* table, const std::
     });
 }
 
-const SqlRows& PersistencySql::vectorRows(StoreBlock& block, int id, const char* table, const char* link) {
+const SqlRows& PersistencySql::vectorRows(StoreBlock& block, int id, const char* table, const char* link,
+                                          bool flags) {
     return block.rows(table, id, [&] {
-        return query(sqlFormat(dialect_.selectVectors.c_str(), table, table, link, block.first(), block.last()),
+        return query(sqlFormat(dialect_.selectVectors.c_str(), flags ? ", V.INPUT, V.OUTPUT" : "", table, table, link,
+                               block.first(), block.last()),
                      std::string("read ") + table);
     });
 }
@@ -269,23 +274,28 @@ void PersistencySql::update(int id, const StringMap& items) {
 
 // ---- vectors ----------------------------------------------------------------------------------------
 
+namespace {
+// Vectors and matrices of quantities carry a unit and the two flags for all their elements.
+template <typename Map>
+constexpr bool holdsQuantities = std::is_same_v<Map, QuantityVectorMap> || std::is_same_v<Map, QuantityMatrixMap>;
+} // namespace
+
 template <typename Map, typename Parameter>
 void PersistencySql::insertVectors(const Map& items, int offset, const char* table, const char* link,
                                    Parameter parameter) {
     if (items.empty()) return;
     push_transaction();
     updateBlock_.reset(); // the vectors it lists are no longer all
-    constexpr bool quantities = std::is_same_v<Map, QuantityVectorMap> || std::is_same_v<Map, QuantityMatrixMap>;
     const std::string context = std::string("insert into ") + table;
     const auto vectors =
-        quantities ? prepare("PinsertQVTBL", sqlFormat(dialect_.insertQuantityVector.c_str(), table), context)
+        holdsQuantities<Map> ? prepare("PinsertQVTBL", sqlFormat(dialect_.insertQuantityVector.c_str(), table), context)
                    : prepare("PinsertVTBL", sqlFormat(dialect_.insertVector.c_str(), table), context);
-    const auto values = prepare(quantities ? "PinsertQVVTBL" : "PinsertVVTBL",
+    const auto values = prepare(holdsQuantities<Map> ? "PinsertQVVTBL" : "PinsertVVTBL",
                                 sqlFormat(dialect_.insertVectorValue.c_str(), table, link), context + "V");
     for (const auto& [tag, item] : items) {
         std::vector<SqlParameter> row{SqlParameter::of(ownerId(*item, offset, table)), SqlParameter::of(item->tag()),
                                       SqlParameter::of(item->description())};
-        if constexpr (quantities) {
+        if constexpr (holdsQuantities<Map>) {
             const bool input = item->size() && item->value().front().input();
             const bool output = item->size() && item->value().front().output();
             row.insert(row.end(), {SqlParameter::of(unitOfFirst(item->value())), SqlParameter::flag(input),
@@ -320,7 +330,7 @@ std::size_t valueCount(SqlRows::const_iterator first, SqlRows::const_iterator la
 template <typename Map, typename Assign>
 void PersistencySql::readVectors(int id, const Map& items, const char* table, const char* link, Assign assign) {
     if (items.empty()) return;
-    forEachVector(vectorRows(readBlock(id), id, table, link), [&](const std::string& tag, auto first, auto last) {
+    forEachVector(vectorRows(readBlock(id), id, table, link, holdsQuantities<Map>), [&](const std::string& tag, auto first, auto last) {
         const auto it = items.find(tag);
         if (it == items.end()) {
             TARVO_LOG(5) << "skipping " << tag;
@@ -329,7 +339,7 @@ void PersistencySql::readVectors(int id, const Map& items, const char* table, co
         auto& item = *it->second;
         const std::size_t n = valueCount(first, last);
         item.resize(n);
-        for (std::size_t i = 0; i < n; ++i) assign(item.value()[i], first[i][4]);
+        for (std::size_t i = 0; i < n; ++i) assign(item.value()[i], first[i]);
         TARVO_LOG(4) << "reading " << it->first << " with " << n << " values";
     });
 }
@@ -345,7 +355,7 @@ void PersistencySql::updateVectors(int id, const Map& items, const char* table, 
     std::unique_ptr<SqlStatement> inPlace, values;
     bool rewritten = false;
     StoreBlock& block = updateBlock(id);
-    forEachVector(vectorRows(block, id, table, link), [&](const std::string& tag, auto first, auto last) {
+    forEachVector(vectorRows(block, id, table, link, holdsQuantities<Map>), [&](const std::string& tag, auto first, auto last) {
         const auto it = items.find(tag);
         if (it == items.end()) {
             TARVO_LOG(5) << "skipping " << tag;
@@ -384,14 +394,20 @@ namespace {
 SqlParameter integerParameter(int v) { return SqlParameter::of(v); }
 SqlParameter textParameter(const std::string& v) { return SqlParameter::of(v); }
 SqlParameter valueParameter(const Value& v) { return SqlParameter::of(PersistencySql::safeNumber(v.toDouble())); }
-void assignInteger(int& to, const std::optional<std::string>& text) { to = integerOf(text); }
+// Each reads the element's value from column 4 of its row.
+void assignInteger(int& to, const SqlRow& row) { to = integerOf(row[4]); }
 // Fixed-width text columns come back padded with blanks.
-void assignText(std::string& to, const std::optional<std::string>& text) {
-    to = textOf(text);
+void assignText(std::string& to, const SqlRow& row) {
+    to = textOf(row[4]);
     to.erase(to.find_last_not_of(' ') + 1);
 }
-// Elements take the number in the units that the item already has.
-void assignValue(Value& to, const std::optional<std::string>& text) { to.active() = numberOf(text); }
+// Elements take the number in the units that the item already has, and the vector's flags as a scalar
+// quantity takes its own: one stored false does not lower one that the constructor has raised.
+void assignValue(Value& to, const SqlRow& row) {
+    to.active() = numberOf(row[4]);
+    if (flagValue(row[5])) to.setInput();
+    if (flagValue(row[6])) to.setOutput();
+}
 } // namespace
 
 void PersistencySql::insert(const IntegerVectorMap& items, int offset) {

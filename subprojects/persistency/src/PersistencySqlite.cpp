@@ -23,7 +23,7 @@ const SqlDialect sqlite{
     "select NID, trim(TAG), VALUE from I where NID >= %d and NID < %d",
     "select NID, trim(TAG), VALUE, TRIM(UNIT), INPUT, OUTPUT from Q where NID >= %d and NID < %d",
     "select NID, trim(TAG), VALUE from S where NID >= %d and NID < %d",
-    "SELECT V.NID, V.ID, trim(V.TAG), W.ID, W.VALUE FROM %s V LEFT JOIN %sV W ON W.%s = V.ID "
+    "SELECT V.NID, V.ID, trim(V.TAG), W.ID, W.VALUE%s FROM %s V LEFT JOIN %sV W ON W.%s = V.ID "
     "WHERE V.NID >= %d AND V.NID < %d ORDER BY V.ID, W.ID",
     "DELETE FROM %sV WHERE %s=%d",
     "",

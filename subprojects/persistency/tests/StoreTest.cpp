@@ -29,6 +29,7 @@ std::unique_ptr<Plant> filledPlant() {
     plant->T.setInput();
     plant->P.setOutput();
     plant->x[1] = Value(0.3);
+    for (std::size_t i = 0; i < plant->x.size(); ++i) plant->x[i].setInput(); // a vector's flags are its first's
     plant->K(1, 2) = Value(-7.25);
     plant->n = 9;
     plant->stages[0] = -3;
@@ -96,6 +97,7 @@ TEST_F(Store, RoundTripGivesAnEqualTree) {
     EXPECT_TRUE(copy.T.input());
     EXPECT_TRUE(copy.P.output());
     EXPECT_FALSE(copy.T.output());
+    for (std::size_t i = 0; i < copy.x.size(); ++i) EXPECT_TRUE(copy.x[i].input() && !copy.x[i].output()) << i;
     EXPECT_EQ(copy.Q("S01:Tphase.ndot").toDouble(), 1.0 / 3.0); // every digit comes back
     EXPECT_EQ(copy.Q("S01:Tphase.ndot").unitText(), "kmol s^-1");
     EXPECT_EQ(copy.at("S01:Tphase").id(), 3u);

@@ -42,8 +42,9 @@ struct SqlDialect {
     std::string selectBlock; // "%d" thrice: the block's rows of N; ID, UUID, TAG, DESCRIPTION, TYPE, PARENT, ROOT,
                              // CREATED_AT and UPDATED_AT in seconds, RANGE
     std::string readI, readQ, readS; // "%d" "%d": NID from, NID below; columns NID, TAG, VALUE [, UNIT, INPUT, OUTPUT]
-    std::string selectVectors;       // "%s" "%s" "%s" "%d" "%d": table, table, link, NID from, NID below; columns
-                                     // NID, ID, TAG, value ID, VALUE by ID then value ID, a vector without values once
+    std::string selectVectors; // "%s" "%s" "%s" "%s" "%d" "%d": more columns, table, table, link, NID from, NID below;
+                               // columns NID, ID, TAG, value ID, VALUE and the more, by ID then value ID, a vector
+                               // without values once
     std::string deleteVectorValues;        // "%s" "%s" "%d"
     std::string lockVector;                // "%s" "%d": table, ID; empty where a writer holds the whole store
     std::vector<std::string> removeBlock;  // each with "%d" three times
@@ -106,13 +107,11 @@ protected:
     virtual int lastVectorId(const std::string& table) = 0;
     virtual void begin() = 0;
     virtual void commit() = 0;
-    // Called inside the transaction before identifiers are allocated or value rows rewritten, so that
-    // a driver can serialise those between concurrent kernels.
+    // Called inside the transaction before identifiers are allocated, so that a driver can serialise
+    // allocations between concurrent kernels.
     virtual void lockAllocation() {}
     // Throws the driver's error class.
     [[noreturn]] virtual void fail(const std::string& context, const std::string& text) = 0;
-    // Booleans as the database gives them back.
-    static bool flagValue(const std::optional<std::string>& text);
     // The fields of a row of N from column `tagColumn` on: TAG, DESCRIPTION, TYPE, PARENT, ROOT, and
     // CREATED_AT and UPDATED_AT in seconds.
     static void nodeFields(const SqlRow& row, std::size_t tagColumn, std::string& tag, std::string& description,
@@ -132,7 +131,8 @@ private:
     StoreBlock& updateBlock(int id);
     std::unique_ptr<StoreBlock> loadBlock(int id);
     const SqlRows& scalarRows(int id, const char* table, const std::string& sql);
-    const SqlRows& vectorRows(StoreBlock& block, int id, const char* table, const char* link);
+    // With `flags`, the vector's INPUT and OUTPUT follow in every row.
+    const SqlRows& vectorRows(StoreBlock& block, int id, const char* table, const char* link, bool flags);
     template <typename Map, typename Parameter>
     void insertVectors(const Map& items, int offset, const char* table, const char* link, Parameter parameter);
     template <typename Map, typename Assign>
