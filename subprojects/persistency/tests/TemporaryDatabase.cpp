@@ -20,7 +20,8 @@ std::string withDatabase(const std::string& connection, const std::string& datab
     return text;
 }
 
-void run(const std::string& connection, const std::string& sql) {
+// The first column of each row that `sql` gives, in order.
+std::vector<std::string> run(const std::string& connection, const std::string& sql) {
     PGconn* c = PQconnectdb(connection.c_str());
     if (PQstatus(c) != CONNECTION_OK) {
         const std::string message = PQerrorMessage(c);
@@ -31,9 +32,12 @@ void run(const std::string& connection, const std::string& sql) {
     PGresult* r = PQexec(c, sql.c_str());
     const bool ok = PQresultStatus(r) == PGRES_COMMAND_OK || PQresultStatus(r) == PGRES_TUPLES_OK;
     const std::string message = PQresultErrorMessage(r);
+    std::vector<std::string> column;
+    for (int row = 0; ok && PQnfields(r) > 0 && row < PQntuples(r); ++row) column.emplace_back(PQgetvalue(r, row, 0));
     PQclear(r);
     PQfinish(c);
     if (!ok) throw std::runtime_error("test database: " + message);
+    return column;
 }
 
 } // namespace
@@ -70,3 +74,5 @@ void TemporaryDatabase::writeConfiguration(const std::string& file) const {
 }
 
 void TemporaryDatabase::execute(const std::string& sql) const { run(connection_, sql); }
+
+std::vector<std::string> TemporaryDatabase::column(const std::string& sql) const { return run(connection_, sql); }

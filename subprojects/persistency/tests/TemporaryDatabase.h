@@ -2,6 +2,7 @@
 #define TARVO_PERSISTENCY_TESTS_TEMPORARYDATABASE_H
 
 #include <string>
+#include <vector>
 
 // A database of its own on the local store, with the kernel's schema, dropped when the object goes:
 // tests that run at the same time never see each other's rows.
@@ -19,6 +20,8 @@ public:
     void writeConfiguration(const std::string& file) const;
     // Runs SQL as the administrator of this database's server connection (for tests that corrupt rows).
     void execute(const std::string& sql) const;
+    // The first column of each row of a query, as text.
+    std::vector<std::string> column(const std::string& sql) const;
 
 private:
     std::string name_;

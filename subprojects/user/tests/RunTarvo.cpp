@@ -26,16 +26,14 @@ TemporaryFolder::TemporaryFolder() {
 
 TemporaryFolder::~TemporaryFolder() { std::filesystem::remove_all(path_); }
 
-TarvoRun runProgram(const std::string& program, const std::vector<std::string>& words, const std::string& folder,
-                    const std::vector<std::pair<std::string, std::string>>& environment) {
-    TarvoRun run;
-    const std::string out = folder + "/stdout", err = folder + "/stderr";
+pid_t startProgram(const std::string& program, const std::vector<std::string>& words, const std::string& folder,
+                   const std::vector<std::pair<std::string, std::string>>& environment) {
     const pid_t pid = fork();
     if (pid == 0) {
         if (chdir(folder.c_str()) != 0) _exit(127);
         for (const auto& [name, value] : environment) setenv(name.c_str(), value.c_str(), 1);
-        const int o = open(out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-        const int e = open(err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+        const int o = open("stdout", O_WRONLY | O_CREAT | O_TRUNC, 0644);
+        const int e = open("stderr", O_WRONLY | O_CREAT | O_TRUNC, 0644);
         dup2(o, 1);
         dup2(e, 2);
         std::vector<char*> argv;
@@ -47,6 +45,14 @@ TarvoRun runProgram(const std::string& program, const std::vector<std::string>& 
         execv(program.c_str(), argv.data());
         _exit(127);
     }
+    return pid;
+}
+
+TarvoRun runProgram(const std::string& program, const std::vector<std::string>& words, const std::string& folder,
+                    const std::vector<std::pair<std::string, std::string>>& environment) {
+    TarvoRun run;
+    const std::string out = folder + "/stdout", err = folder + "/stderr";
+    const pid_t pid = startProgram(program, words, folder, environment);
     int status = 0;
     waitpid(pid, &status, 0);
     run.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;

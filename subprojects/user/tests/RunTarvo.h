@@ -2,6 +2,7 @@
 #define TARVO_USER_TESTS_RUNTARVO_H
 
 #include <string>
+#include <sys/types.h>
 #include <utility>
 #include <vector>
 
@@ -12,6 +13,11 @@ struct TarvoRun {
     std::string err;
     std::string idTxt; // contents of id.txt, empty when it was not written
 };
+
+// Starts `program` with `words` in `folder`, with `environment` added to the process's own, its output in
+// the files "stdout" and "stderr" there; the caller waits for it.
+pid_t startProgram(const std::string& program, const std::vector<std::string>& words, const std::string& folder,
+                   const std::vector<std::pair<std::string, std::string>>& environment);
 
 // Runs `program` with `words` in `folder`, with `environment` added to the process's own.
 TarvoRun runProgram(const std::string& program, const std::vector<std::string>& words, const std::string& folder,
