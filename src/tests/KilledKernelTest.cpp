@@ -104,7 +104,20 @@ protected:
         int status = 0;
         waitpid(pid, &status, 0);
         ++(WIFSIGNALED(status) ? killed_ : finished_);
+        awaitIdleServer();
         return WIFSIGNALED(status);
+    }
+
+    // The server may still run what a killed kernel had sent ahead, up to its commit: the store is looked at
+    // only when the kernel's session has ended.
+    void awaitIdleServer() {
+        const std::string others = "SELECT count(*) FROM pg_stat_activity WHERE datname = current_database() AND "
+                                   "pid <> pg_backend_pid()";
+        const Clock::time_point end = Clock::now() + std::chrono::seconds(30);
+        while (database_.column(others).front() != "0") {
+            ASSERT_LT(Clock::now(), end) << "a killed kernel's session does not end";
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        }
     }
 
     std::string contents(int root) {
