@@ -3,6 +3,7 @@
 // calculated, its scalars and vectors of one update), no node lies outside the block of its case, and
 // the case still calculates.
 #include "RunTarvo.h"
+#include "StoredCases.h"
 #include "TemporaryDatabase.h"
 
 #include <gtest/gtest.h>
@@ -27,34 +28,6 @@ using Words = std::vector<std::string>;
 
 constexpr int trials = 50;
 
-// Every row of the case at `root` but the root's own (its tag and times differ between copies), with
-// identifiers relative to the root and numbers in the text that reads back exactly, as one text.
-std::string contentsQuery(int root) {
-    const std::string r = std::to_string(root);
-    const auto in = [&](const std::string& column) {
-        return column + " >= " + r + " AND " + column + " < " + r + " + (SELECT range FROM n WHERE id = " + r + ")";
-    };
-    const auto values = [&](const std::string& table, const std::string& link, const std::string& value) {
-        return "(SELECT string_agg(" + value + ", ',' ORDER BY w.id) FROM " + table + " w WHERE w." + link +
-               " = v.id)";
-    };
-    return "SELECT string_agg(line, E'\\n' ORDER BY line) FROM ("
-           "SELECT format('N %s %s %s %s %s', id - " + r + ", trim(tag), trim(type), parent - " + r +
-           ", range) AS line FROM n WHERE " + in("id") + " AND id <> " + r +
-           " UNION ALL SELECT format('I %s %s %s', nid - " + r + ", trim(tag), value) FROM i WHERE " + in("nid") +
-           " UNION ALL SELECT format('Q %s %s %s %s %s %s', nid - " + r +
-           ", trim(tag), value, trim(unit), input, output) FROM q WHERE " + in("nid") +
-           " UNION ALL SELECT format('S %s %s %s', nid - " + r + ", trim(tag), trim(value)) FROM s WHERE " +
-           in("nid") + " UNION ALL SELECT format('IV %s %s %s', nid - " + r + ", trim(tag), " +
-           values("ivv", "vid", "w.value::text") + ") FROM iv v WHERE " + in("nid") +
-           " UNION ALL SELECT format('QV %s %s %s %s %s %s', nid - " + r + ", trim(tag), trim(unit), input, output, " +
-           values("qvv", "vid", "w.value::text") + ") FROM qv v WHERE " + in("nid") +
-           " UNION ALL SELECT format('SV %s %s %s', nid - " + r + ", trim(tag), " +
-           values("svv", "vid", "trim(w.value)") + ") FROM sv v WHERE " + in("nid") +
-           " UNION ALL SELECT format('QM %s %s %s %s %s %s', nid - " + r + ", trim(tag), trim(unit), input, output, " +
-           values("qmv", "mid", "w.value::text") + ") FROM qm v WHERE " + in("nid") + ") AS lines";
-}
-
 class KilledKernel : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -70,7 +43,8 @@ protected:
     }
 
     TarvoRun run(const Words& words) {
-        return runProgram(TARVO_FIXTURE_EXECUTABLE, words, folder_.path(), {{"TARVO_TEST_CONFIGURATION", configuration_}});
+        return runProgram(TARVO_FIXTURE_EXECUTABLE, words, folder_.path(),
+                          {{"TARVO_TEST_CONFIGURATION", configuration_}});
     }
 
     int created(const Words& words) {
@@ -111,8 +85,9 @@ protected:
     // The server may still run what a killed kernel had sent ahead, up to its commit: the store is looked at
     // only when the kernel's session has ended.
     void awaitIdleServer() {
-        const std::string others = "SELECT count(*) FROM pg_stat_activity WHERE datname = current_database() AND "
-                                   "pid <> pg_backend_pid()";
+        const std::string others =
+            "SELECT count(*) FROM pg_stat_activity WHERE datname = current_database() AND "
+            "pid <> pg_backend_pid()";
         const Clock::time_point end = Clock::now() + std::chrono::seconds(30);
         while (database_.column(others).front() != "0") {
             ASSERT_LT(Clock::now(), end) << "a killed kernel's session does not end";
@@ -120,23 +95,16 @@ protected:
         }
     }
 
-    std::string contents(int root) {
-        const std::vector<std::string> text = database_.column(contentsQuery(root));
-        return text.empty() ? std::string() : text.front();
-    }
-
-    std::vector<int> roots() {
-        std::vector<int> ids;
-        for (const std::string& id : database_.column("SELECT id FROM n WHERE parent = id ORDER BY id"))
-            ids.push_back(std::stoi(id));
-        return ids;
-    }
+    std::string contents(int root) { return caseContents(database_, root); }
+    std::vector<int> roots() { return caseRoots(database_); }
 
     // Nodes outside the block of the case that they name as their root, or naming a node that is no root.
     int strayNodes() {
-        return std::stoi(database_.column(
-            "SELECT count(*) FROM n x WHERE NOT EXISTS (SELECT 1 FROM n r WHERE r.id = x.root AND r.parent = r.id "
-            "AND x.id >= r.id AND x.id < r.id + r.range)").front());
+        return std::stoi(database_
+                             .column("SELECT count(*) FROM n x WHERE NOT EXISTS (SELECT 1 FROM n r WHERE "
+                                     "r.id = x.root AND r.parent = r.id "
+                                     "AND x.id >= r.id AND x.id < r.id + r.range)")
+                             .front());
     }
 
     // The case calculates, and one created and never calculated comes out as the first copy did.
@@ -165,8 +133,8 @@ protected:
     }
 
     void TearDown() override {
-        std::cout << "killed while working " << killed_ << " (the store kept the work of " << kept_ << "), after the end "
-                  << finished_ << std::endl;
+        std::cout << "killed while working " << killed_ << " (the store kept the work of " << kept_
+                  << "), after the end " << finished_ << std::endl;
     }
 
     TemporaryDatabase database_;
@@ -198,7 +166,9 @@ TEST_F(KilledKernel, DuplicateLeavesNoCopyOrAWholeOne) {
 }
 
 TEST_F(KilledKernel, CalculateLeavesTheCaseAsBeforeOrAsCalculated) {
-    span_ = span([&] { return Words{"calculate", std::to_string(created({"duplicate", std::to_string(original_)}))}; });
+    span_ = span([&] {
+        return Words{"calculate", std::to_string(created({"duplicate", std::to_string(original_)}))};
+    });
     for (int trial = 0; trial < trials; ++trial) {
         SCOPED_TRACE(trial);
         const int copy = created({"duplicate", std::to_string(original_)});
@@ -212,8 +182,11 @@ TEST_F(KilledKernel, CalculateLeavesTheCaseAsBeforeOrAsCalculated) {
 }
 
 TEST_F(KilledKernel, RemoveLeavesTheWholeCaseOrNothingOfIt) {
-    const int size = std::stoi(database_.column("SELECT range FROM n WHERE id = " + std::to_string(original_)).front());
-    span_ = span([&] { return Words{"remove", std::to_string(created({"duplicate", std::to_string(original_)}))}; });
+    const int size =
+        std::stoi(database_.column("SELECT range FROM n WHERE id = " + std::to_string(original_)).front());
+    span_ = span([&] {
+        return Words{"remove", std::to_string(created({"duplicate", std::to_string(original_)}))};
+    });
     for (int trial = 0; trial < trials; ++trial) {
         SCOPED_TRACE(trial);
         const int copy = created({"duplicate", std::to_string(original_)});
@@ -227,8 +200,9 @@ TEST_F(KilledKernel, RemoveLeavesTheWholeCaseOrNothingOfIt) {
             expectCalculates(copy);
         } else {
             const auto rows = [&](const std::string& table, const std::string& column) {
-                return database_.column("SELECT count(*) FROM " + table + " WHERE " + column + " >= " +
-                                        std::to_string(copy) + " AND " + column + " < " + std::to_string(copy + size))
+                return database_
+                    .column("SELECT count(*) FROM " + table + " WHERE " + column + " >= " +
+                            std::to_string(copy) + " AND " + column + " < " + std::to_string(copy + size))
                     .front();
             };
             EXPECT_EQ(rows("n", "id"), "0");
