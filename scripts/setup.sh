@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Set-up of a Debian machine for Tarvo, run as root:
 #   bash scripts/setup.sh main   packages, build, local PostgreSQL store, then the main job
-#   bash scripts/setup.sh test   packages, build, local PostgreSQL store, then every test
+#   bash scripts/setup.sh test   packages, build, local PostgreSQL store, then every test, on this build
+#                                and on a second one with the address and undefined-behaviour sanitizers
 # Each step looks at what is already there, so running it again changes nothing.
 set -euo pipefail
 
@@ -32,14 +33,17 @@ install_packages() {
     fi
 }
 
+# build_kernel FOLDER [CMAKE OPTION...]
 build_kernel() {
-    say "building in $build"
+    local folder=$1
+    shift
+    say "building in $folder"
     # Objects compiled in another clone or build folder are reused: paths inside the tree are hashed
     # relative to it, and the working directory (named in the debug information) is not hashed.
     export CCACHE_BASEDIR="$root" CCACHE_NOHASHDIR=1
-    cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
-          -DCMAKE_CXX_COMPILER_LAUNCHER=ccache >/dev/null
-    cmake --build "$build" -j2
+    cmake -S "$root" -B "$folder" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+          -DCMAKE_CXX_COMPILER_LAUNCHER=ccache "$@" >/dev/null
+    cmake --build "$folder" -j2
 }
 
 # A local cluster that listens on loopback only, holding the database "persistency" of the user
@@ -117,13 +121,16 @@ main_job() {
     say "reports in $run: report.txt, content.xml (pack with scripts/pack_ods.py), xml/, drawing $id.svg"
 }
 
+# test_all FOLDER
 test_all() {
-    say "running all tests"
-    ctest --test-dir "$build" -j2 --output-on-failure
+    say "running all tests in $1"
+    ctest --test-dir "$1" -j2 --output-on-failure
 }
 
 case "$mode" in
-    main) install_packages; build_kernel; prepare_store; main_job ;;
-    test) install_packages; build_kernel; prepare_store; test_all ;;
+    main) install_packages; build_kernel "$build"; prepare_store; main_job ;;
+    test) install_packages; build_kernel "$build"; prepare_store; test_all "$build"
+          build_kernel "$root/build-sanitize" -DTARVO_SANITIZE=ON -DTARVO_BENCHMARKS=OFF
+          test_all "$root/build-sanitize" ;;
     *) echo "usage: bash scripts/setup.sh main|test" >&2; exit 2 ;;
 esac
