@@ -12,8 +12,10 @@ Handle::Handle(Record record) : record_(std::make_unique<Record>(std::move(recor
 
 Handle::Handle(int id) : Handle() {
     record_->id = id;
+    bool connected = false;
     try {
         PersistencyPostgres store;
+        connected = true;
         int parent = 0, root = 0;
         store.retrieveObject(id, record_->uuid, record_->tag, record_->description, record_->type, parent, root,
                              record_->created, record_->updated);
@@ -22,12 +24,15 @@ Handle::Handle(int id) : Handle() {
         e.append(TARVO_FUNCTION);
         std::cerr << e.message() << std::endl;
         record_->uuid = "invalid";
+        record_->storeReached = connected;
     }
 }
 
 Handle::Handle(const std::string& uuid) : Handle() {
+    bool connected = false;
     try {
         PersistencyPostgres store;
+        connected = true;
         int parent = 0, root = 0;
         record_->uuid = uuid;
         store.retrieveObject(uuid, record_->id, record_->tag, record_->description, record_->type, parent, root,
@@ -37,6 +42,7 @@ Handle::Handle(const std::string& uuid) : Handle() {
         e.append(TARVO_FUNCTION);
         std::cerr << e.message() << std::endl;
         record_->uuid = "invalid";
+        record_->storeReached = connected;
     }
 }
 
@@ -58,6 +64,8 @@ double Handle::created() const { return record_->created; }
 double Handle::updated() const { return record_->updated; }
 
 bool Handle::isCaseRoot() const { return record_->caseRoot; }
+
+bool Handle::storeReached() const { return record_->storeReached; }
 
 bool Handle::valid() const {
     const std::string& u = record_->uuid;

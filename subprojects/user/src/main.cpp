@@ -90,6 +90,8 @@ int idOf(const Words& w) {
 Handle caseHandle(const Words& w) {
     const int id = idOf(w);
     Handle handle(id);
+    // Trying again would only wait out the connection timeout a second time.
+    if (!handle.storeReached()) quit(serverError);
     if (handle.valid() && !handle.isCaseRoot()) {
         std::cerr << "Object " << id << " is a " << handle.type() << " inside a case, not the root of one\n";
         quit(invalidArgument);

@@ -30,6 +30,8 @@ public:
     bool valid() const;
     // The object is the root of a case, not a part inside one.
     bool isCaseRoot() const;
+    // The store answered when the object was looked up: false when it could not be reached at all.
+    bool storeReached() const;
     bool operator<(const Handle& o) const { return uuid() < o.uuid(); }
 
     struct Record {
@@ -41,6 +43,7 @@ public:
         double created = 0;
         double updated = 0;
         bool caseRoot = false;
+        bool storeReached = true;
     };
     explicit Handle(Record record);
 
