@@ -1,3 +1,4 @@
+#include <tarvo/models/ICE.h>
 #include <tarvo/models/Membrane12.h>
 #include <tarvo/models/MembraneMulti12.h>
 #include <tarvo/models/ModelCollection.h>
@@ -68,6 +69,9 @@ void registerModelCollection() {
     if (NodeFactory::registered("Membrane12Rtsc")) return;
     registerMembranes();
     registerTestBeds();
+    // A unit of the reference flowsheets, never the root of a case.
+    NodeFactory::registerType<ICE>("ICE", "Internal Combustion Engine", "unit", false, {}, {}, {}, "", 100,
+                                   100);
     Core::clearEnumerators();
     addTypeEnumerator("MembraneType1", oneFeed,
                       {"Membrane12Rtsc", "Membrane12Cstr", "MembraneMulti12<Membrane12Rtsc>",

@@ -8,6 +8,7 @@
 #include <tarvo/streams/RegisterStreams.h>
 #include <tarvo/streams/Stream.h>
 #include <tarvo/units/Divider.h>
+#include <tarvo/units/RegisterReactions.h>
 #include <tarvo/units/RegisterUnits.h>
 #include <tarvo/units/Separator.h>
 
@@ -127,6 +128,7 @@ void FlowsheetTest::SetUp() {
     Tarvo::Core::startKernel();
     registerPhases();
     registerStreams();
+    registerReactions();
     registerUnits();
     registerFlowsheet();
     if (!NodeFactory::registered("TestLoop")) {

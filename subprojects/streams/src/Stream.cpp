@@ -82,6 +82,12 @@ int Stream::findPhaseIndex(const PhaseIndex& index) const {
     return it == phasesmap.end() ? -1 : it->second;
 }
 
+PhaseIndex Stream::phaseIndex(const Phase::Mass& phase) const {
+    for (std::size_t i = 0; i < phases_.size(); ++i)
+        if (phases_[i] == &phase) return static_cast<PhaseIndex>(indexintegers_[i]);
+    return PhaseIndex::null;
+}
+
 void Stream::setphase(const PhaseIndex& index) {
     for (std::size_t i = 0; i < phases_.size(); ++i) {
         if (phases_[i] == Tphase) continue;

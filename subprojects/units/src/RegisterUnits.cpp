@@ -1,5 +1,9 @@
 #include <tarvo/persistency/NodeFactory.h>
+#include <tarvo/units/Degasser.h>
 #include <tarvo/units/Divider.h>
+#include <tarvo/units/FlashDegasser.h>
+#include <tarvo/units/FlashDrum.h>
+#include <tarvo/units/FlashSplitter.h>
 #include <tarvo/units/Mixer.h>
 #include <tarvo/units/Multiplier.h>
 #include <tarvo/units/RegisterUnits.h>
@@ -11,14 +15,32 @@
 
 using Tarvo::Persistency::Defaults;
 using Tarvo::Persistency::IntegerOption;
+using Tarvo::Persistency::StringOption;
 
 namespace {
 constexpr double iconSize = 40;
 
 template <typename C>
 void unit(const std::string& name, const std::string& description,
-          const std::vector<IntegerOption>& options = {}) {
-    NodeFactory::registerType<C>(name, description, "unit", false, options, {}, {}, "", iconSize, iconSize);
+          const std::vector<IntegerOption>& options = {}, const std::vector<StringOption>& strings = {}) {
+    NodeFactory::registerType<C>(name, description, "unit", false, options, strings, {}, "", iconSize,
+                                 iconSize);
+}
+
+const std::vector<IntegerOption> drumIntegers{{"nReactions", "Number of reactions", 0, -1, INT_MAX}};
+
+std::vector<StringOption> drumStrings(const std::string& innerStream = "") {
+    std::vector<StringOption> options{{"option", "Flash configuration option", "PT", ""},
+                                      {"reactionMode", "Reaction processing mode", "series", ""}};
+    if (!innerStream.empty())
+        options.push_back({"embeddedTypeStream", "Type of the internal mixed stream", innerStream, ""});
+    return options;
+}
+
+// A flash unit whose inner stream is of the type in its name.
+void withInnerStream(const std::string& base, const std::string& stream, const std::string& description) {
+    NodeFactory::registerAlias(base, base + "<" + stream + ">", description,
+                               Defaults().setString("embeddedTypeStream", stream), "", iconSize, iconSize);
 }
 } // namespace
 
@@ -33,7 +55,23 @@ void registerUnits() {
                                Defaults().setInteger("nOutlets", 2), "", iconSize, iconSize);
     NodeFactory::registerAlias("Separator", "Separator<3>", "Divides each component among three outlets",
                                Defaults().setInteger("nOutlets", 3), "", iconSize, iconSize);
+    unit<FlashDrum>("FlashDrum", "Flash drum with optional reactions", drumIntegers, drumStrings());
+    unit<Degasser>("Degasser", "Separates the vapor phase of a stream from its condensed phases");
     unit<Splitter>("Splitter", "Separates a stream by phase");
+    unit<FlashSplitter>("FlashSplitter", "Flash drum with one outlet for each phase", drumIntegers,
+                        drumStrings("StreamIdealLiquidVapor"));
+    withInnerStream("FlashSplitter", "StreamIdealLiquidSolid",
+                    "Flash drum with one outlet for each phase, ideal liquid and solid phases");
+    withInnerStream("FlashSplitter", "StreamIdealLiquidSolidVapor",
+                    "Flash drum with one outlet for each phase, ideal vapor, liquid and solid phases");
+    unit<FlashDegasser>("FlashDegasser", "Flash drum with a vapor and a condensate outlet", drumIntegers,
+                        drumStrings("StreamVapor"));
+    withInnerStream("FlashDegasser", "StreamIdealLiquidVapor",
+                    "Flash drum with a vapor and a condensate outlet, ideal vapor and liquid phases");
+    withInnerStream("FlashDegasser", "StreamIdealSolidVapor",
+                    "Flash drum with a vapor and a condensate outlet, ideal vapor and solid phases");
+    withInnerStream("FlashDegasser", "StreamIdealLiquidSolidVapor",
+                    "Flash drum with a vapor and a condensate outlet, ideal vapor, liquid and solid phases");
     unit<Multiplier>("Multiplier", "Copies a stream");
     unit<Selector>("Selector", "Passes on one of several streams");
 }

@@ -24,7 +24,6 @@ Value positive(const Value& v) {
 
 // Built once: a unit string is parsed at the system's edges, not on every calculation.
 const Value noDuty(0.0, "W");
-const Value waterDensity(1000.0, "kg/m3"); // the volume flow of a stream without properties
 
 const Phase::MassMolarProperties* withProperties(const Stream& stream) {
     return dynamic_cast<const Phase::MassMolarProperties*>(stream.Tphase);
@@ -133,7 +132,7 @@ void Separator::evaluate_(int level) {
         feedFlows_[c] = first.Tphase->flow(c);
         feedFractions_[c] = first.Tphase->frac(c);
     }
-    const Value vdot = feed ? Value(feed->vdot) : first.Tphase->mdot / waterDensity;
+    const Value vdot = volumeFlow(first);
     if (option.value() == "S") {
         deltaP.clear();
         for (std::size_t j = 0; j < outletstreams_.size(); ++j) {

@@ -1,6 +1,7 @@
 #ifndef TARVO_UNITS_TESTS_UNITTESTSUPPORT_H
 #define TARVO_UNITS_TESTS_UNITTESTSUPPORT_H
 
+#include <tarvo/components/ComponentCatalogue.h>
 #include <tarvo/components/ListComponents.h>
 #include <tarvo/core/KernelStart.h>
 #include <tarvo/persistency/NodeFactory.h>
@@ -8,6 +9,7 @@
 #include <tarvo/streams/RegisterStreams.h>
 #include <tarvo/streams/Stream.h>
 #include <tarvo/units/Connectivity.h>
+#include <tarvo/units/RegisterReactions.h>
 #include <tarvo/units/RegisterUnits.h>
 
 #include <gtest/gtest.h>
@@ -34,6 +36,7 @@ protected:
         Tarvo::Core::startKernel();
         registerPhases();
         registerStreams();
+        registerReactions();
         registerUnits();
         if (!NodeFactory::registered("UnitTestBench"))
             NodeFactory::registerType<Bench>("UnitTestBench", "Units under test", "flowsheet", false, {}, {},
@@ -65,6 +68,7 @@ protected:
     }
     // A simple stream: flow in kg/h, mass fractions in component order (CO2, CH4, H2O, N2, O2).
     static void feed(Stream& s, double mdot, const std::vector<double>& w, double P, double T) {
+        s.flowoption = "Mw";
         s.Tphase->mdot = Value(mdot, "kg/h");
         for (int i = 0; i < NCOMPONENTS; ++i)
             s.Tphase->w[i] = w[i];
@@ -91,6 +95,51 @@ protected:
     }
 
     std::unique_ptr<Node> bench_;
+};
+
+// The kernel's five species first, at their usual places, then those of the reactions of the catalogue,
+// each named by its formula and made from its catalogue entry.
+class ReactingUnitTest : public UnitTest {
+protected:
+    void SetUp() override {
+        Tarvo::Core::startKernel();
+        const std::pair<const char*, const char*> species[] = {{"CO", "CO"},
+                                                               {"H2", "H2"},
+                                                               {"NH3", "ammonia"},
+                                                               {"NO2", "NO2"},
+                                                               {"C2H6", "ethane"},
+                                                               {"C2H4", "ethylene"},
+                                                               {"C3H8", "propane"},
+                                                               {"C4H10", "butane"},
+                                                               {"C5H12", "pentane"},
+                                                               {"C6H14", "nhexane"},
+                                                               {"CH3OH", "methanol"},
+                                                               {"C6H5OH", "phenol"},
+                                                               {"C10H8", "naphthalene"},
+                                                               {"C", "carbon"}};
+        for (const auto& [name, entry] : species)
+            components.add(newCatalogueComponent(entry, name));
+        UnitTest::SetUp();
+    }
+    void TearDown() override {
+        UnitTest::TearDown();
+        Tarvo::Core::stopKernel();
+    }
+    // Molar flows in kmol/s by component name, all others zero, at P in Pa and T in K.
+    static void feedMoles(Stream& s, const std::vector<std::pair<std::string, double>>& flows, double P,
+                          double T) {
+        s.flowoption = "N";
+        for (int i = 0; i < NCOMPONENTS; ++i)
+            s.Q("Tphase.ndotcomps", i) = Value(0.0, "kmol/s");
+        for (const auto& [name, n] : flows)
+            s.Q("Tphase.ndotcomps", name) = Value(n, "kmol/s");
+        s.P = Value(P, "Pa");
+        s.T = Value(T, "K");
+        s.calculate(0);
+    }
+    static double moles(Stream& s, const std::string& name) {
+        return s.Q("Tphase.ndotcomps", name).toDouble("kmol/s");
+    }
 };
 
 #endif

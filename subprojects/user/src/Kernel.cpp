@@ -2,6 +2,7 @@
 #include <tarvo/flowsheet/RegisterFlowsheet.h>
 #include <tarvo/phases/RegisterPhases.h>
 #include <tarvo/streams/RegisterStreams.h>
+#include <tarvo/units/RegisterReactions.h>
 #include <tarvo/units/RegisterUnits.h>
 #include <tarvo/user/Kernel.h>
 #include <tarvo/utility/Banner.h>
@@ -48,6 +49,7 @@ void registerKernelTypes() {
     // The kernel's own types first, in the order of the catalogue, then those of this build.
     registerPhases();
     registerStreams();
+    registerReactions();
     registerUnits();
     registerFlowsheet();
     if (modelCollection) modelCollection();

@@ -22,6 +22,8 @@ public:
     // Appends the unknowns of other with their scalers; the Values are shared, not copied.
     void addObjectiveFunction(ObjectiveNleAd& other);
     const Scaler& scaler(unsigned i) const { return scaler_[i]; }
+    // Replaces the scaler of unknown i, as bounds that depend on the feeds change between solves.
+    void setScaler(unsigned i, const Scaler& scaler) { scaler_[i] = scaler; }
 
 protected:
     void setPoint_(double* X) override;

@@ -46,6 +46,8 @@ public:
     const Value& phaseFraction(const Phase::Mass& phase) const override { return phase.fraction; }
     Phase::Mass* findPhase(const PhaseIndex& index) const override;
     int findPhaseIndex(const PhaseIndex& index) const;
+    // The index under which one of the stream's phases is entered; null for the total.
+    PhaseIndex phaseIndex(const Phase::Mass& phase) const;
     // The named phase carries everything.
     void setphase(const PhaseIndex& index);
     // Phases of that type, the totals not counted.

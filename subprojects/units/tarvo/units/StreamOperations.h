@@ -3,9 +3,16 @@
 
 #include <tarvo/core/Calculatable.h>
 #include <tarvo/utility/SmartEnumerator.h>
+#include <tarvo/value/Value.h>
+
+#include <string>
+#include <vector>
 
 class Flash;
 class Stream;
+namespace Phase {
+class Mass;
+}
 
 // What units and flowsheets do to the streams that they hand on.
 
@@ -23,5 +30,20 @@ Flash& flashOf(Stream& stream);
 // enclosing system otherwise.
 void refreshOutlet(Stream& outlet, const Tarvo::Utility::FlashMode& mode, Calculatable::SolutionMode solution,
                    int level);
+
+// The volume flow of the stream's total; without properties, that of its mass as water.
+Value volumeFlow(const Stream& stream);
+
+// Gives `out` the sum of `phases`, phases of `in`, at the temperature and pressure of `in`, and calculates
+// it. Each phase of `out` takes the one of `phases` entered under its index, with its share of the flow; the
+// others are emptied. Without phases, `out` is empty.
+void passPhases(Stream& out, const Stream& in, const std::vector<const Phase::Mass*>& phases,
+                Calculatable::SolutionMode solution, int level);
+
+// Sends the vapor phase of `in` to `vapor` and the sum of its other phases, the condensed phase, to
+// `condensate`. Returns the message for an inlet without a vapor phase, in which case nothing is sent, or an
+// empty text.
+std::string degas(const Stream& in, Stream& vapor, Stream& condensate, Calculatable::SolutionMode solution,
+                  int level);
 
 #endif
