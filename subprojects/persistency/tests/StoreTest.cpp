@@ -1,3 +1,4 @@
+#include "SilentServer.h"
 #include "TemporaryDatabase.h"
 #include "TestTree.h"
 
@@ -12,9 +13,6 @@
 #include <fstream>
 #include <limits>
 #include <memory>
-#include <arpa/inet.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -392,22 +390,14 @@ TEST(SqliteStore, LocksRefuseBadArgumentsAtOnce) {
 
 // A server that accepts the connection and never answers ends the connection after its timeout.
 TEST(StoreConnection, AServerThatNeverAnswersTimesOut) {
-    const int listener = socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    ASSERT_EQ(bind(listener, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
-    socklen_t length = sizeof address;
-    getsockname(listener, reinterpret_cast<sockaddr*>(&address), &length);
-    ASSERT_EQ(listen(listener, 4), 0); // the kernel completes the handshake; nobody ever reads
+    SilentServer server;
     try {
         PersistencyPostgres store("dbname=persistency user=tarvo password=x connect_timeout=2 host=127.0.0.1 port=" +
-                                  std::to_string(ntohs(address.sin_port)));
+                                  std::to_string(server.port()));
         ADD_FAILURE() << "connected to a silent listener";
     } catch (const ErrorPostgres& e) {
         EXPECT_NE(e.message().find("timeout expired"), std::string::npos) << e.message();
     }
-    close(listener);
 }
 
 // A kernel stopped while it holds the allocation lock makes the others' allocations fail after the lock

@@ -1,4 +1,5 @@
 #include "RunTarvo.h"
+#include "SilentServer.h"
 #include "TemporaryDatabase.h"
 
 #include <tarvo/persistency/Configuration.h>
@@ -11,11 +12,6 @@
 #include <filesystem>
 #include <fstream>
 #include <sstream>
-
-#include <arpa/inet.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
 namespace {
 
@@ -112,30 +108,17 @@ TEST_F(CaseCommands, UnknownIdentifiers) {
 // A server that accepts connections and never answers: every command that needs the store connects once,
 // gives up after the connection timeout with the driver's reason and a negative code, and ends.
 TEST_F(CaseCommands, ASilentServerEndsEveryCommandAfterOneConnection) {
-    const int listener = socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    ASSERT_EQ(bind(listener, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
-    socklen_t length = sizeof address;
-    getsockname(listener, reinterpret_cast<sockaddr*>(&address), &length);
-    ASSERT_EQ(listen(listener, 16), 0); // the system completes each handshake; nobody ever reads
-    std::ofstream(configuration_) << "[1.1]\nDatabaseHost=127.0.0.1\nDatabasePort=" << ntohs(address.sin_port)
+    SilentServer server;
+    std::ofstream(configuration_) << "[1.1]\nDatabaseHost=127.0.0.1\nDatabasePort=" << server.port()
                                   << "\nDatabaseConnectTimeout=2\n";
-    const auto connections = [&] {
-        int n = 0;
-        for (int c; (c = accept(listener, nullptr, nullptr)) >= 0; ++n) close(c);
-        return n;
-    };
     for (const std::vector<std::string>& words : std::vector<std::vector<std::string>>{
              {"new", "Tank"}, {"calculate", "1"}, {"duplicate", "1"}, {"remove", "1"}, {"purge"}, {"txt", "1", "r"},
              {"check", "1"}}) {
         const TarvoRun r = run(words);
         EXPECT_LT(std::stoi(r.idTxt), 0) << words[0];
         EXPECT_NE(r.err.find("timeout expired"), std::string::npos) << words[0] << ": " << r.err;
-        EXPECT_EQ(connections(), 1) << words[0];
+        EXPECT_EQ(server.connections(), 1) << words[0];
     }
-    close(listener);
 }
 
 TEST_F(CaseCommands, ErrorsOfTheModelAreStoredAndTheResultIsStillTheId) {
