@@ -1,3 +1,4 @@
+#include "Bench.h"
 #include "RunTarvo.h"
 
 #include <tarvo/components/ListComponents.h>
@@ -19,31 +20,13 @@ using Tarvo::Persistency::Defaults;
 namespace {
 constexpr int CO2 = 0, CH4 = 1, H2O = 2, N2 = 3, O2 = 4;
 
-// A root that holds the engine and its streams, connected by the test.
-class EngineRoom : public Model {
-public:
-    using Model::Model;
-    Tarvo::Utility::Category category() const override { return Tarvo::Utility::Category::flowsheet; }
-    void calculate(int) override {}
-    void setup() override {}
-    void initializeNonPersistents() override {}
-    ObjectiveNleAd* objective() override { return nullptr; }
-};
-
 Stream& feed(Model& room, ICE& engine, const std::string& tag, double ndot,
              const std::vector<std::pair<int, double>>& x, double T) {
     auto& s = dynamic_cast<Stream&>(room.addChild("StreamVapor", {tag, tag}));
     s.initializeNonPersistents();
     std::string port = "in";
     engine.attach(s, port);
-    s.flowoption = "Nx";
-    s.Tphase->totalFlow() = Value(ndot, "kmol/s");
-    for (int i = 0; i < NCOMPONENTS; ++i)
-        s.Tphase->frac(i) = 0.0;
-    for (const auto& [i, xi] : x)
-        s.Tphase->frac(i) = xi;
-    s.P = Value(101325.0, "Pa");
-    s.T = Value(T, "K");
+    setMoleFractions(s, ndot, x, 101325.0, T);
     s.calculate(0);
     return s;
 }
@@ -65,8 +48,8 @@ TEST(Ice, BurnsTheMethaneAndTurnsAShareOfTheHeatIntoPower) {
     Tarvo::User::setModelCollection(&Tarvo::Models::registerModelCollection);
     Tarvo::User::registerKernelTypes();
     if (!NodeFactory::registered("EngineRoom"))
-        NodeFactory::registerType<EngineRoom>("EngineRoom", "Engine under test", "flowsheet", false, {}, {},
-                                              {}, "", 10, 10);
+        NodeFactory::registerType<Bench>("EngineRoom", "Engine under test", "flowsheet", false, {}, {}, {},
+                                         "", 10, 10);
     {
         std::unique_ptr<Node> room(
             NodeFactory::create("EngineRoom", {"R", "room"}, 0, nullptr, nullptr, nullptr));

@@ -1,3 +1,4 @@
+#include "Bench.h"
 #include "FlowsheetFixtures.h"
 #include "TemporaryDatabase.h"
 
@@ -13,17 +14,6 @@
 using Tarvo::Persistency::Defaults;
 
 namespace {
-void feedMoles(Stream& s, double ndot, const std::vector<std::pair<int, double>>& x, double P, double T) {
-    s.flowoption = "Nx";
-    s.Tphase->totalFlow() = Value(ndot, "kmol/s");
-    for (int i = 0; i < NCOMPONENTS; ++i)
-        s.Tphase->frac(i) = 0.0;
-    for (const auto& [i, xi] : x)
-        s.Tphase->frac(i) = xi;
-    s.P = Value(P, "Pa");
-    s.T = Value(T, "K");
-}
-
 double enthalpyFlow(Object& sheet, const std::string& tag) {
     auto& total = dynamic_cast<Phase::MassMolarProperties&>(*dynamic_cast<Stream&>(sheet.at(tag)).Tphase);
     return (total.mdot * total.h).toDouble();
@@ -43,9 +33,10 @@ TEST_F(FlowsheetTest, DrumWithGivenDutyConvergesSimultaneouslyAsSequentially) {
         sheet->addStream("StreamVapor", {"GAS", "biogas"}, "source", "out", "D", "in");
         sheet->addStream("StreamVapor", {"AIR", "air"}, "source", "out", "D", "in");
         sheet->addStream("StreamIdealLiquidVapor", {"FLUE", "flue gas"}, "D", "out", "sink", "in");
-        feedMoles(dynamic_cast<Stream&>(sheet->child("GAS")), 0.01, {{1, 0.55}, {0, 0.4}, {2, 0.05}}, 1.2e5,
-                  313.15);
-        feedMoles(dynamic_cast<Stream&>(sheet->child("AIR")), 0.06, {{4, 0.21}, {3, 0.79}}, 1.2e5, 293.15);
+        setMoleFractions(dynamic_cast<Stream&>(sheet->child("GAS")), 0.01, {{1, 0.55}, {0, 0.4}, {2, 0.05}},
+                         1.2e5, 313.15);
+        setMoleFractions(dynamic_cast<Stream&>(sheet->child("AIR")), 0.06, {{4, 0.21}, {3, 0.79}}, 1.2e5,
+                         293.15);
         auto& drum = dynamic_cast<FlashDrum&>(sheet->child("D"));
         drum.reactions[0]->z = 0.5;
         drum.P = Value(1e5, "Pa");
@@ -89,9 +80,10 @@ TEST_F(FlowsheetTest, StoredDrumsCalculateAsInMemory) {
         sheet->addStream("StreamVapor", {"FLUE", "flue gas"}, "D", "out", "COND", "in");
         sheet->addStream("StreamVapor", {"DRY", "dry flue gas"}, "COND", "vapor", "sink", "in");
         sheet->addStream("StreamLiquid", {"WATER", "condensate"}, "COND", "condensate", "sink", "in");
-        feedMoles(dynamic_cast<Stream&>(sheet->child("GAS")), 0.01, {{1, 0.55}, {0, 0.4}, {2, 0.05}}, 1.2e5,
-                  313.15);
-        feedMoles(dynamic_cast<Stream&>(sheet->child("AIR")), 0.06, {{4, 0.21}, {3, 0.79}}, 1.2e5, 293.15);
+        setMoleFractions(dynamic_cast<Stream&>(sheet->child("GAS")), 0.01, {{1, 0.55}, {0, 0.4}, {2, 0.05}},
+                         1.2e5, 313.15);
+        setMoleFractions(dynamic_cast<Stream&>(sheet->child("AIR")), 0.06, {{4, 0.21}, {3, 0.79}}, 1.2e5,
+                         293.15);
         auto& drum = dynamic_cast<FlashDrum&>(sheet->child("D"));
         drum.reactions[0]->z = 0.5;
         drum.T = Value(800.0, "K");

@@ -1,6 +1,8 @@
 #ifndef TARVO_UNITS_TESTS_UNITTESTSUPPORT_H
 #define TARVO_UNITS_TESTS_UNITTESTSUPPORT_H
 
+#include "Bench.h"
+
 #include <tarvo/components/ComponentCatalogue.h>
 #include <tarvo/components/ListComponents.h>
 #include <tarvo/core/KernelStart.h>
@@ -17,17 +19,6 @@
 #include <memory>
 #include <string>
 #include <vector>
-
-// A root that holds units and streams as a flowsheet would, but leaves the connecting to the test.
-class Bench : public Model {
-public:
-    using Model::Model;
-    Tarvo::Utility::Category category() const override { return Tarvo::Utility::Category::flowsheet; }
-    void calculate(int) override {}
-    void setup() override {}
-    void initializeNonPersistents() override {}
-    ObjectiveNleAd* objective() override { return nullptr; }
-};
 
 // The kernel's five species (CO2, CH4, H2O, N2, O2) and the phase, stream and unit types, with a bench.
 class UnitTest : public ::testing::Test {
