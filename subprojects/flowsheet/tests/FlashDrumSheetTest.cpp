@@ -14,6 +14,21 @@
 using Tarvo::Persistency::Defaults;
 
 namespace {
+// The drum D, set up by `drum`, where half of the methane of the biogas GAS burns with the air AIR, both
+// from the source.
+FlashDrum& addBurner(FlowSheet& sheet, Defaults drum) {
+    sheet.addUnit("FlashDrum",
+                  drum.setInteger("nReactions", 1).setString("embeddedTypeReactions[0]", "ReactionOxidationCH4"));
+    sheet.addStream("StreamVapor", {"GAS", "biogas"}, "source", "out", "D", "in");
+    sheet.addStream("StreamVapor", {"AIR", "air"}, "source", "out", "D", "in");
+    setMoleFractions(dynamic_cast<Stream&>(sheet.child("GAS")), 0.01, {{1, 0.55}, {0, 0.4}, {2, 0.05}}, 1.2e5,
+                     313.15);
+    setMoleFractions(dynamic_cast<Stream&>(sheet.child("AIR")), 0.06, {{4, 0.21}, {3, 0.79}}, 1.2e5, 293.15);
+    auto& burner = dynamic_cast<FlashDrum&>(sheet.child("D"));
+    burner.reactions[0]->z = 0.5;
+    return burner;
+}
+
 double enthalpyFlow(Object& sheet, const std::string& tag) {
     auto& total = dynamic_cast<Phase::MassMolarProperties&>(*dynamic_cast<Stream&>(sheet.at(tag)).Tphase);
     return (total.mdot * total.h).toDouble();
@@ -26,19 +41,8 @@ TEST_F(FlowsheetTest, DrumWithGivenDutyConvergesSimultaneouslyAsSequentially) {
     std::unique_ptr<FlowSheet> sheets[2];
     for (auto& sheet : sheets) {
         sheet = bare();
-        sheet->addUnit("FlashDrum", Defaults("D", "burner")
-                                        .setString("option", "PH")
-                                        .setInteger("nReactions", 1)
-                                        .setString("embeddedTypeReactions[0]", "ReactionOxidationCH4"));
-        sheet->addStream("StreamVapor", {"GAS", "biogas"}, "source", "out", "D", "in");
-        sheet->addStream("StreamVapor", {"AIR", "air"}, "source", "out", "D", "in");
+        FlashDrum& drum = addBurner(*sheet, Defaults("D", "burner").setString("option", "PH"));
         sheet->addStream("StreamIdealLiquidVapor", {"FLUE", "flue gas"}, "D", "out", "sink", "in");
-        setMoleFractions(dynamic_cast<Stream&>(sheet->child("GAS")), 0.01, {{1, 0.55}, {0, 0.4}, {2, 0.05}},
-                         1.2e5, 313.15);
-        setMoleFractions(dynamic_cast<Stream&>(sheet->child("AIR")), 0.06, {{4, 0.21}, {3, 0.79}}, 1.2e5,
-                         293.15);
-        auto& drum = dynamic_cast<FlashDrum&>(sheet->child("D"));
-        drum.reactions[0]->z = 0.5;
         drum.P = Value(1e5, "Pa");
         drum.duty = Value(1e6, "W"); // about three quarters of the heat set free
         sheet->initializeNonPersistents();
@@ -71,21 +75,11 @@ TEST_F(FlowsheetTest, StoredDrumsCalculateAsInMemory) {
     PersistencyPostgres store(database.connection());
     const auto build = [this] {
         auto sheet = bare();
-        sheet->addUnit("FlashDrum", Defaults("D", "burner")
-                                        .setInteger("nReactions", 1)
-                                        .setString("embeddedTypeReactions[0]", "ReactionOxidationCH4"));
+        FlashDrum& drum = addBurner(*sheet, Defaults("D", "burner"));
         sheet->addUnit("FlashDegasser<StreamIdealLiquidVapor>", Defaults("COND", "condenser"));
-        sheet->addStream("StreamVapor", {"GAS", "biogas"}, "source", "out", "D", "in");
-        sheet->addStream("StreamVapor", {"AIR", "air"}, "source", "out", "D", "in");
         sheet->addStream("StreamVapor", {"FLUE", "flue gas"}, "D", "out", "COND", "in");
         sheet->addStream("StreamVapor", {"DRY", "dry flue gas"}, "COND", "vapor", "sink", "in");
         sheet->addStream("StreamLiquid", {"WATER", "condensate"}, "COND", "condensate", "sink", "in");
-        setMoleFractions(dynamic_cast<Stream&>(sheet->child("GAS")), 0.01, {{1, 0.55}, {0, 0.4}, {2, 0.05}},
-                         1.2e5, 313.15);
-        setMoleFractions(dynamic_cast<Stream&>(sheet->child("AIR")), 0.06, {{4, 0.21}, {3, 0.79}}, 1.2e5,
-                         293.15);
-        auto& drum = dynamic_cast<FlashDrum&>(sheet->child("D"));
-        drum.reactions[0]->z = 0.5;
         drum.T = Value(800.0, "K");
         drum.P = Value(1.1e5, "Pa");
         auto& condenser = dynamic_cast<FlashDrum&>(sheet->child("COND"));
