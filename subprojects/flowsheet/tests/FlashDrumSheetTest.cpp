@@ -2,6 +2,7 @@
 #include "FlowsheetFixtures.h"
 #include "TemporaryDatabase.h"
 
+#include <tarvo/components/ComponentCatalogue.h>
 #include <tarvo/components/ListComponents.h>
 #include <tarvo/persistency/PersistencyPostgres.h>
 #include <tarvo/phases/PhaseMassMolarProperties.h>
@@ -107,4 +108,44 @@ TEST_F(FlowsheetTest, StoredDrumsCalculateAsInMemory) {
     EXPECT_EQ(burning.type(), "ReactionOxidationCH4");
     EXPECT_DOUBLE_EQ(burning.conv.toDouble(), 0.5 * 0.55 * 0.01);
     EXPECT_EQ(stored.S("COND.embeddedTypeStream"), "StreamIdealLiquidVapor");
+}
+
+// The shift at equilibrium in a drum at a given temperature: its extent joins the unknowns of the
+// flowsheet, and after a change of temperature the simultaneous solve finds the equilibrium that a
+// sequential one finds.
+TEST_F(FlowsheetTest, EquilibriumDrumConvergesSimultaneouslyAsSequentially) {
+    components.add(newCatalogueComponent("CO", "CO"));
+    components.add(newCatalogueComponent("H2", "H2"));
+    const int CO = components.lookup("CO"), H2 = components.lookup("H2");
+    std::unique_ptr<FlowSheet> sheets[2];
+    for (auto& sheet : sheets) {
+        sheet = bare();
+        sheet->addUnit("FlashDrum", Defaults("D", "shift")
+                                        .setInteger("nReactions", 1)
+                                        .setString("embeddedTypeReactions[0]", "ReactionWaterGasShiftEquilibrium"));
+        sheet->addStream("StreamVapor", {"GAS", "syngas"}, "source", "out", "D", "in");
+        sheet->addStream("StreamVapor", {"OUT", "shifted gas"}, "D", "out", "sink", "in");
+        setMoleFractions(dynamic_cast<Stream&>(sheet->child("GAS")), 10.0, {{0, 0.4}, {H2, 0.4}, {3, 0.2}}, 1e5,
+                         900);
+        auto& drum = dynamic_cast<FlashDrum&>(sheet->child("D"));
+        drum.T = Value(900.0, "K");
+        drum.P = Value(1e5, "Pa");
+        sheet->initializeNonPersistents();
+    }
+    sheets[0]->go(Calculatable::sequential, 0);
+    sheets[1]->calculate(0);
+    for (auto& sheet : sheets)
+        dynamic_cast<FlashDrum&>(sheet->child("D")).T = Value(1150.0, "K");
+    sheets[0]->go(Calculatable::sequential, 0);
+    sheets[1]->go(Calculatable::simultaneous, 0);
+    EXPECT_GT(sheets[1]->NITER.value(), 0);
+    const auto moles = [](FlowSheet& sheet, int i) {
+        return dynamic_cast<Stream&>(sheet.child("OUT")).Tphase->flow(i).toDouble("kmol/s");
+    };
+    for (auto& sheet : sheets)
+        EXPECT_TRUE(sheet->errorList().empty() &&
+                    dynamic_cast<FlashDrum&>(sheet->child("D")).errorList().empty());
+    // Beyond the extent of 1 kmol/s that holds before the feeds are known.
+    EXPECT_GT(moles(*sheets[0], CO), 1.0);
+    EXPECT_NEAR(moles(*sheets[1], CO), moles(*sheets[0], CO), 1e-8);
 }

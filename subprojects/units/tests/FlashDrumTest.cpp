@@ -90,6 +90,28 @@ TEST_F(UnitTest, PtDrumEqualsThePtFlashOfItsInlet) {
         EXPECT_NEAR(out.Q("Lphase.x", i).toDouble(), reference.Q("Lphase.x", i).toDouble(), 1e-12) << i;
     }
     EXPECT_EQ(drum.NITER.value(), out.NITER_NLEFlash.value()); // no iteration beyond the outlet's flash
+
+    // The duty and the entropy power of that drum, given instead of the temperature, lead back to it.
+    const Value duty = drum.duty, deltas = drum.deltas;
+    for (const char* option : {"PH", "PS"}) {
+        drum.option = option;
+        drum.T = Value(298.15, "K");
+        drum.duty = duty;
+        drum.deltas = deltas;
+        drum.calculate(0);
+        EXPECT_TRUE(drum.errorList().empty() && drum.warningList().empty()) << option;
+        EXPECT_NEAR(out.T.toDouble(), 340.0, 1e-6) << option;
+        EXPECT_NEAR(drum.T.toDouble(), 340.0, 1e-6) << option;
+    }
+
+    // A flow coefficient gives the drop K vdot^2, vdot that of the inlet as an ideal gas, with the kernel's
+    // gas constant of 8314.4 J/(kmol K).
+    drum.option = "KT";
+    drum.flowcoefficient = Value(2e4, "kg/m7");
+    drum.calculate(0);
+    const double vdot = in.Tphase->totalFlow().toDouble("kmol/s") * 8314.4 * 420 / 3e5;
+    EXPECT_NEAR(drum.deltaP.toDouble(), 2e4 * vdot * vdot, 1e-6 * drum.deltaP.toDouble());
+    EXPECT_NEAR(out.P.toDouble(), 3e5 - drum.deltaP.toDouble(), 1e-6);
 }
 
 TEST_F(UnitTest, DrumMessagesAndOptions) {
