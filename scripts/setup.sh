@@ -65,7 +65,7 @@ store_password() {
 }
 
 prepare_store() {
-    local version cluster=main status port password
+    local version cluster=main status port password socket hba
     version=$(ls /usr/lib/postgresql | sort -V | tail -n 1)
     if ! pg_lsclusters -h | awk -v v="$version" -v c="$cluster" '$1 == v && $2 == c {found = 1} END {exit !found}'; then
         say "creating PostgreSQL cluster $version/$cluster"
@@ -81,8 +81,20 @@ prepare_store() {
         say "starting PostgreSQL cluster $version/$cluster on port $port"
         pg_ctlcluster "$version" "$cluster" start
     fi
-    for _ in $(seq 60); do pg_isready -q -h 127.0.0.1 -p "$port" && break; sleep 0.5; done
-    pg_isready -q -h 127.0.0.1 -p "$port"
+    # The kernel reaches the server over its Unix-domain socket: no TCP, and only local processes. The
+    # user tarvo signs in there with its password, as over loopback; the cluster's other local users
+    # keep their own rule.
+    socket=$(pg_conftool -s "$version" "$cluster" show unix_socket_directories | tr -d "'" | cut -d, -f1)
+    hba=$(pg_conftool -s "$version" "$cluster" show hba_file | tr -d "'")
+    if ! grep -Eq '^local[[:space:]]+all[[:space:]]+tarvo[[:space:]]+scram-sha-256' "$hba"; then
+        awk '!done && /^local[[:space:]]/ && $3 != "postgres" {
+                 print "local   all             tarvo                                   scram-sha-256"; done = 1 }
+             { print }' "$hba" > "$hba.new"
+        cat "$hba.new" > "$hba" && rm "$hba.new"
+        pg_ctlcluster "$version" "$cluster" reload
+    fi
+    for _ in $(seq 60); do pg_isready -q -h "$socket" -p "$port" && break; sleep 0.5; done
+    pg_isready -q -h "$socket" -p "$port"
 
     password=$(store_password)
     local admin=(runuser -u postgres -- psql -p "$port" -v ON_ERROR_STOP=1 -qAt)
@@ -94,12 +106,12 @@ prepare_store() {
     if [ -z "$("${admin[@]}" -c "SELECT 1 FROM pg_database WHERE datname = 'persistency'")" ]; then
         "${admin[@]}" -c "CREATE DATABASE persistency OWNER tarvo"
     fi
-    PGPASSFILE="$secret" psql -h 127.0.0.1 -p "$port" -U tarvo -d persistency -v ON_ERROR_STOP=1 -q \
+    PGPASSFILE="$secret" psql -h "$socket" -p "$port" -U tarvo -d persistency -v ON_ERROR_STOP=1 -q \
         -c "SET client_min_messages = warning" -f "$root/subprojects/persistency/sql/postgres.sql"
 
-    printf '[1.1]\nDatabaseHost=127.0.0.1\nDatabasePort=%s\nDatabasePasswordFile=%s\n' "$port" "$secret" \
+    printf '[1.1]\nDatabaseHost=%s\nDatabasePort=%s\nDatabasePasswordFile=%s\n' "$socket" "$port" "$secret" \
         > /etc/xdg/tarvo/TARVO.conf
-    say "store ready: database persistency on 127.0.0.1:$port, settings in /etc/xdg/tarvo/TARVO.conf"
+    say "store ready: database persistency on the socket in $socket, port $port, settings in /etc/xdg/tarvo/TARVO.conf"
 }
 
 main_job() {

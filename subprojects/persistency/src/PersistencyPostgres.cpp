@@ -105,15 +105,45 @@ private:
     std::string name_, context_;
 };
 
-PersistencyPostgres::PersistencyPostgres() : PersistencySql(postgres) {
-    connect_(connectionString(Configuration::kernel()).c_str());
+namespace {
+// The process's connection to the kernel's store, closed when the process ends.
+struct SharedConnection {
+    pg_conn* connection = nullptr;
+    ~SharedConnection() { PQfinish(connection); }
+};
+SharedConnection shared;
+} // namespace
+
+PersistencyPostgres::PersistencyPostgres() : PersistencySql(postgres), shared_(true) {
+    if (!shared.connection || PQstatus(shared.connection) != CONNECTION_OK) {
+        PQfinish(shared.connection);
+        shared.connection = nullptr;
+        shared.connection = connect_(connectionString(Configuration::kernel()).c_str());
+    }
+    connection_ = shared.connection;
 }
 
-PersistencyPostgres::PersistencyPostgres(const std::string& connection) : PersistencySql(postgres) {
-    connect_(connection.c_str());
+PersistencyPostgres::PersistencyPostgres(const std::string& connection)
+    : PersistencySql(postgres), connection_(connect_(connection.c_str())) {}
+
+PersistencyPostgres::~PersistencyPostgres() {
+    if (!shared_) {
+        PQfinish(connection_);
+        return;
+    }
+    // The connection outlives this operation: nothing of it may stay open for the next one.
+    abandonTransaction();
 }
 
-PersistencyPostgres::~PersistencyPostgres() { PQfinish(connection_); }
+void PersistencyPostgres::abandonTransaction() {
+    if (pipeline_) leavePipeline();
+    if (depth_ == 0) return;
+    PQclear(PQexec(connection_, "ROLLBACK"));
+    // Statements prepared in the pipeline before the failure outlive the rollback; their drops did not run.
+    PQclear(PQexec(connection_, "DEALLOCATE ALL"));
+    depth_ = 0;
+    allocationLocked_ = false;
+}
 
 namespace {
 // A whole number of seconds above 0 from the setting `key`, or `fallback` without one.
@@ -150,14 +180,14 @@ std::string PersistencyPostgres::connectionString(const Configuration& configura
     return text;
 }
 
-void PersistencyPostgres::connect_(const char* connection) {
-    connection_ = PQconnectdb(connection);
-    if (PQstatus(connection_) != CONNECTION_OK) {
-        lastError_ = PQerrorMessage(connection_);
-        PQfinish(connection_);
-        connection_ = nullptr;
-        throw ErrorPostgres(__PRETTY_FUNCTION__, lastError_);
+pg_conn* PersistencyPostgres::connect_(const char* connection) {
+    pg_conn* made = PQconnectdb(connection);
+    if (PQstatus(made) != CONNECTION_OK) {
+        const std::string text = PQerrorMessage(made);
+        PQfinish(made);
+        throw ErrorPostgres(__PRETTY_FUNCTION__, text);
     }
+    return made;
 }
 
 // A pipeline holds at most this many unanswered statements, so that neither side's buffers fill up.
@@ -166,14 +196,7 @@ constexpr std::size_t pipelineDepth = 256;
 // A failed statement ends the transaction at once, so that the store never holds half of a tree.
 void PersistencyPostgres::fail(const std::string& context, const std::string& text) {
     lastError_ = text;
-    if (pipeline_) leavePipeline();
-    if (depth_ > 0) {
-        PQclear(PQexec(connection_, "ROLLBACK"));
-        // Statements prepared in the pipeline before the failure outlive the rollback; their drops did not run.
-        PQclear(PQexec(connection_, "DEALLOCATE ALL"));
-        depth_ = 0;
-        allocationLocked_ = false;
-    }
+    abandonTransaction();
     throw ErrorPostgres(context, lastError_);
 }
 

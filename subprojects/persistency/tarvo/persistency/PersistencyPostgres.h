@@ -17,12 +17,15 @@ public:
 };
 
 // The working store of the kernel: a PostgreSQL database reached through libpq. An object lives for one
-// operation: its constructor connects and its destructor disconnects. Inside a transaction statements
+// operation. Those made from the kernel's configuration share one connection, opened by the first and kept
+// to the end of the process, so that a command pays for one connection however many operations it runs;
+// one made from a connection string of its own connects and disconnects with it. Inside a transaction statements
 // are pipelined: sent without waiting for each reply, which are read at the next query and at commit,
 // so that writing a case costs a few round trips instead of one per item.
 class PersistencyPostgres : public PersistencySql {
 public:
-    // Connects to the server named in the kernel's configuration file.
+    // Works on the process's connection to the server named in the kernel's configuration file, made now
+    // if there is none yet or the one there was has been lost.
     PersistencyPostgres();
     explicit PersistencyPostgres(const std::string& connection);
     ~PersistencyPostgres() override;
@@ -72,7 +75,9 @@ private:
     };
     using Sender = std::function<int()>; // sends one statement; libpq's status of the send
 
-    void connect_(const char* connection);
+    static pg_conn* connect_(const char* connection);
+    // Ends what a failure outside the driver left open: the pipeline, the transaction, its statements.
+    void abandonTransaction();
     // Sends a statement: at once outside a transaction, into the pipeline inside one.
     void submit(const Sender& send, Pending pending);
     // Reads every pending reply; the first failure among them fails the transaction.
@@ -83,6 +88,7 @@ private:
     std::string escape(const std::string& text);
 
     pg_conn* connection_ = nullptr;
+    bool shared_ = false;
     std::string lastError_;
     bool allocationLocked_ = false;
     bool pipeline_ = false;
