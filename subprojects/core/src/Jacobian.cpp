@@ -44,9 +44,11 @@ void Jacobian::resize(unsigned n) {
     release_();
     n_ = n;
     if (sparse()) {
-        // Room for a tenth of the full matrix to begin with; the store doubles when it runs out.
+        // Room for a few entries per row to begin with, as a flowsheet's equations each involve a few
+        // unknowns; filling grows the store to what the residuals need. A share of the full matrix would
+        // grow with the square of the size of the flowsheet.
         const int nn = static_cast<int>(n);
-        sparse_ = cs_di_spalloc(nn, nn, std::max(1, nn * nn / 10), 1, 0);
+        sparse_ = cs_di_spalloc(nn, nn, std::max(1, 8 * nn), 1, 0);
         if (!sparse_) throw std::bad_alloc();
     } else {
         dense_.assign(static_cast<std::size_t>(n) * n, 0.0);
