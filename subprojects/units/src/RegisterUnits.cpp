@@ -1,6 +1,7 @@
 #include <tarvo/persistency/NodeFactory.h>
 #include <tarvo/units/Degasser.h>
 #include <tarvo/units/Divider.h>
+#include <tarvo/units/Exchanger.h>
 #include <tarvo/units/FlashDegasser.h>
 #include <tarvo/units/FlashDrum.h>
 #include <tarvo/units/FlashSplitter.h>
@@ -73,5 +74,7 @@ void registerUnits() {
     withInnerStream("FlashDegasser", "StreamIdealLiquidSolidVapor",
                     "Flash drum with a vapor and a condensate outlet, ideal vapor, liquid and solid phases");
     unit<Multiplier>("Multiplier", "Copies a stream");
+    unit<Exchanger>("Exchanger", "Heat exchanger between a hot and a cold stream", drumIntegers,
+                    {{"option", "Calculation mode", "UA", ""}});
     unit<Selector>("Selector", "Passes on one of several streams");
 }
