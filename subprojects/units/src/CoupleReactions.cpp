@@ -48,27 +48,28 @@ void resetFlows(Stream& out, const Stream& in) {
 }
 } // namespace
 
-void CoupleReactions::react(Model& unit, const std::vector<Stream*>& inlets, const std::vector<Stream*>& outlets,
-                            bool report) const {
-    std::vector<bool> reacting(outlets.size(), false);
-    for (const Bound& b : yields_)
-        reacting[b.couple] = true;
+void CoupleReactions::reset(const std::vector<Stream*>& inlets, const std::vector<Stream*>& outlets) {
     for (std::size_t c = 0; c < outlets.size(); ++c)
-        if (reacting[c]) resetFlows(*outlets[c], *inlets[c]);
+        resetFlows(*outlets[c], *inlets[c]);
+}
+
+void CoupleReactions::react(Model& unit, const std::vector<Stream*>& outlets, bool report) const {
+    std::vector<Value> before;
+    for (const Stream* out : outlets)
+        before.push_back(out->Tphase->mdot);
+    std::vector<bool> reacting(outlets.size(), false);
     for (const Bound& b : yields_) {
+        reacting[b.couple] = true;
         b.reaction->precalc();
         b.reaction->bound();
         b.reaction->postcalc();
     }
     for (std::size_t c = 0; c < outlets.size(); ++c) {
         if (!reacting[c]) continue;
-        Stream& out = *outlets[c];
-        Phase::Mass& total = *out.Tphase;
-        const MassBalanceMode flows = Phase::flowonly(static_cast<MassBalanceMode>(total.representation()));
-        out.setFlowOption(flows);
-        total.calculateX(flows);
+        Phase::Mass& total = *outlets[c]->Tphase;
+        settleFlows(*outlets[c]);
         if (!report) continue;
-        const Value d = fabs(total.mdot - inlets[c]->Tphase->mdot);
+        const Value d = fabs(total.mdot - before[c]);
         const Value m = fabs(total.mdot) + smallMassFlow;
         const std::string text = "unbalanced reactions, side " + std::to_string(c + 1);
         if (d > m / 1000.0)
@@ -76,6 +77,13 @@ void CoupleReactions::react(Model& unit, const std::vector<Stream*>& inlets, con
         else if (d > m / 100000.0)
             unit.reportWarning(text);
     }
+}
+
+void settleFlows(Stream& out) {
+    Phase::Mass& total = *out.Tphase;
+    const MassBalanceMode flows = Phase::flowonly(static_cast<MassBalanceMode>(total.representation()));
+    out.setFlowOption(flows);
+    total.calculateX(flows);
 }
 
 void CoupleReactions::estimate(const std::vector<Stream*>& inlets, const std::vector<Stream*>& outlets) const {

@@ -30,15 +30,6 @@ constexpr double tolerance = 1e-10;
 // Halvings of the first duty: 2^-30 of maxduty is below any duty worth calculating.
 constexpr int maxHalvings = 30;
 
-Phase::MassMolarProperties& total(Stream& s) {
-    return *my_cast<Phase::MassMolarProperties*>(s.Tphase, TARVO_FUNCTION);
-}
-
-Value enthalpyFlow(Stream& s) {
-    const Phase::MassMolarProperties& t = total(s);
-    return t.mdot * t.h;
-}
-
 enum class Direction { forward, backward, mixed };
 
 Direction direction(const std::string& text, const std::string& item, const Model& unit) {
@@ -80,6 +71,10 @@ Exchanger::Exchanger(const Defaults& defaults, uint32_t id, Persistency* persist
     }
     addSubObjects(verbosityInstance(), defaults, persistency, n, "reactions", "embedded Reaction",
                   "embeddedTypeReactions", "Reaction", reactions);
+    registerSynonym("hotin", "in1");
+    registerSynonym("hotout", "out1");
+    registerSynonym("coldin", "in2");
+    registerSynonym("coldout", "out2");
     maxNIn = 2;
     maxNOut = 2;
     inletRequired(0);
@@ -162,17 +157,17 @@ void Exchanger::pressures_() {
 }
 
 void Exchanger::dutyBounds_(int level) {
-    coldhfluxin = enthalpyFlow(coldIn_());
+    coldhfluxin = totalEnthalpyFlow(coldIn_());
     coldOut_().P = coldP;
     coldOut_().T = hotIn_().T;
     refreshOutlet(coldOut_(), FlashMode::PT, sequential, level + 1);
-    const Value maxdutycold = enthalpyFlow(coldOut_()) - coldhfluxin;
+    const Value maxdutycold = totalEnthalpyFlow(coldOut_()) - coldhfluxin;
     if (maxdutycold.toDouble() < 0.0) reportWarning("unphysical cold side duty estimate");
-    hothfluxin = enthalpyFlow(hotIn_());
+    hothfluxin = totalEnthalpyFlow(hotIn_());
     hotOut_().P = hotP;
     hotOut_().T = coldIn_().T;
     refreshOutlet(hotOut_(), FlashMode::PT, sequential, level + 1);
-    const Value maxdutyhot = hothfluxin - enthalpyFlow(hotOut_());
+    const Value maxdutyhot = hothfluxin - totalEnthalpyFlow(hotOut_());
     if (maxdutyhot.toDouble() < 0.0) reportWarning("unphysical hot side duty estimate");
     maxduty = maxdutycold < maxdutyhot ? maxdutycold : maxdutyhot;
 }
@@ -244,7 +239,7 @@ void Exchanger::go(SolutionMode mode, int level) {
     }
     if (pristine() && mode == sequential) sideReactions_.estimate(inletstreams_, outletstreams_);
     // Reactions with given extents change the flows once here; those at equilibrium at every evaluation.
-    if (sideReactions_.equilibria().empty()) sideReactions_.react(*this, inletstreams_, outletstreams_, true);
+    if (sideReactions_.equilibria().empty()) react_(true);
     pressures_();
     if (mode >= simultaneous)
         residuals_();
@@ -285,15 +280,15 @@ void Exchanger::solve_(int level) {
 // duty is 0.9 maxduty; where the outlets would cross there, so that the approaches differ in sign and the
 // mean has no value to steer by, it is halved until they do not.
 void Exchanger::startDuty_(int level) {
-    if (!sideReactions_.equilibria().empty()) sideReactions_.react(*this, inletstreams_, outletstreams_, false);
-    hothfluxin = enthalpyFlow(hotIn_());
-    coldhfluxin = enthalpyFlow(coldIn_());
+    if (!sideReactions_.equilibria().empty()) react_(false);
+    hothfluxin = totalEnthalpyFlow(hotIn_());
+    coldhfluxin = totalEnthalpyFlow(coldIn_());
     hotOut_().P = hotP;
     coldOut_().P = coldP;
     Value duty = 0.9 * maxduty;
     for (int halving = 0; halving < maxHalvings; ++halving, duty = duty / 2.0) {
-        setEnthalpy_(hotOut_(), hothfluxin - duty);
-        setEnthalpy_(coldOut_(), coldhfluxin + eta * duty);
+        setEnthalpyFlow(hotOut_(), hothfluxin - duty);
+        setEnthalpyFlow(coldOut_(), coldhfluxin + eta * duty);
         for (Stream* out : outletstreams_)
             out->go(sequential, level + 1);
         calculateApproaches(false, coldOut_().T, hotOut_().T);
@@ -308,28 +303,18 @@ Scaler Exchanger::dutyScaler_(const ScalingMode& mode) const {
     return Scaler(mode, std::min(0.0, bound), std::max(0.0, bound), 1.0, 10.0);
 }
 
-void Exchanger::setEnthalpy_(Stream& out, const Value& flow) {
-    Phase::MassMolarProperties& t = total(out);
-    if (t.mdot.toDouble() > 0.0) {
-        t.h = flow / t.mdot;
-        t.H = t.h * t.mw;
-    }
-    out.setFlashOption(FlashMode::PH);
-}
-
 int Exchanger::residuals_() {
     if (!setUp_) return 0;
-    if (!sideReactions_.equilibria().empty())
-        sideReactions_.react(*this, inletstreams_, outletstreams_, !quiet_);
-    hothfluxin = enthalpyFlow(hotIn_());
-    coldhfluxin = enthalpyFlow(coldIn_());
+    if (!sideReactions_.equilibria().empty()) react_(!quiet_);
+    hothfluxin = totalEnthalpyFlow(hotIn_());
+    coldhfluxin = totalEnthalpyFlow(coldIn_());
     dutycold = eta * dutyhot;
     // Enthalpies hold the heats of formation: what a side's reactions set free or take stays in its own
     // outlet's enthalpy flow, and the duties are the heat that passes the wall.
     hotOut_().P = hotP;
     coldOut_().P = coldP;
-    setEnthalpy_(hotOut_(), hothfluxin - dutyhot);
-    setEnthalpy_(coldOut_(), coldhfluxin + dutycold);
+    setEnthalpyFlow(hotOut_(), hothfluxin - dutyhot);
+    setEnthalpyFlow(coldOut_(), coldhfluxin + dutycold);
     unsigned n = 1;
     for (Stream* out : outletstreams_) {
         out->go(simultaneous, 1);
@@ -349,6 +334,12 @@ int Exchanger::residuals_() {
     else
         residuals[0] = (dutyhot / (U * Ft * MTD) - A) / Value(1.0, "m2");
     return static_cast<int>(n) + sideReactions_.equilibriumResiduals(residuals, n);
+}
+
+void Exchanger::react_(bool report) {
+    if (sideReactions_.empty()) return;
+    CoupleReactions::reset(inletstreams_, outletstreams_);
+    sideReactions_.react(*this, outletstreams_, report);
 }
 
 int Exchanger::calculateResidualsLocal() {

@@ -6,6 +6,7 @@
 #include <tarvo/units/FlashDrum.h>
 #include <tarvo/units/FlashSplitter.h>
 #include <tarvo/units/Mixer.h>
+#include <tarvo/units/MultiExchanger.h>
 #include <tarvo/units/Multiplier.h>
 #include <tarvo/units/RegisterUnits.h>
 #include <tarvo/units/Selector.h>
@@ -76,5 +77,10 @@ void registerUnits() {
     unit<Multiplier>("Multiplier", "Copies a stream");
     unit<Exchanger>("Exchanger", "Heat exchanger between a hot and a cold stream", drumIntegers,
                     {{"option", "Calculation mode", "UA", ""}});
+    unit<MultiExchanger>("MultiExchanger", "Couples of streams that exchange heat through a common solid",
+                         {{"nStreams", "Number of stream couples connected", 2, 1, INT_MAX},
+                          {"nReactions", "Number of reactions", 0, -1, INT_MAX},
+                          {"nmultiReactions", "Number of multistream reactions", 0, -1, INT_MAX}},
+                         {{"option", "Calculation mode", "UA", ""}});
     unit<Selector>("Selector", "Passes on one of several streams");
 }

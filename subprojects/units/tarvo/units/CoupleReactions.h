@@ -25,11 +25,12 @@ public:
     // `unit`, when a reaction names no couple of the unit; nothing is bound then.
     bool bind(Model& unit, const std::vector<Reaction*>& reactions, const std::vector<Integer>& sides,
               const std::vector<Stream*>& outlets, const std::string& unsetText);
-    // The outlets' flows from their inlets and the reactions. With `report`, a couple whose mass the
-    // reactions do not keep is reported on `unit` as "unbalanced reactions, side " and the couple's number,
+    // Every outlet's flows are those of its inlet again.
+    static void reset(const std::vector<Stream*>& inlets, const std::vector<Stream*>& outlets);
+    // The reactions, each on the flows of its outlet as they stand. With `report`, a couple whose mass the
+    // reactions change is reported on `unit` as "unbalanced reactions, side " and the couple's number,
     // counted from 1 as the ports are.
-    void react(Model& unit, const std::vector<Stream*>& inlets, const std::vector<Stream*>& outlets,
-               bool report) const;
+    void react(Model& unit, const std::vector<Stream*>& outlets, bool report) const;
     // Each equilibrium reaction without an extent takes a small one, from its key's flow in its outlet.
     void estimate(const std::vector<Stream*>& inlets, const std::vector<Stream*>& outlets) const;
     // One residual per equilibrium reaction, from residuals[offset] on, at the state of its outlet.
@@ -47,6 +48,9 @@ private:
     std::vector<ReactionEquilibrium*> equilibria_;
     std::vector<Stream*> equilibriumOutlets_;
 };
+
+// After its flows changed: the outlet balances on its flows alone, and its composition follows them.
+void settleFlows(Stream& out);
 
 // The couple of the reaction at `index`, read from the string of integers that a unit's Defaults may hold
 // ("reactionSides[i]"); -1, unset, where it holds none.

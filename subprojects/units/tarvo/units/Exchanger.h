@@ -93,13 +93,13 @@ private:
     // Start temperatures of the outlets by `option`.
     void startTemperatures_();
     void startDuty_(int level);
+    // The outlets' flows from the inlets' and the reactions.
+    void react_(bool report);
     // The unit's own solve from dutyhot at 0.9 maxduty, and the report of its result.
     void solve_(int level);
     // The reactions, the outlets at the present dutyhot and the equation of `option`; returns the count.
     int residuals_();
     Scaler dutyScaler_(const Tarvo::Utility::ScalingMode& mode) const;
-    // Sets the outlet's specific enthalpy from the enthalpy flow it carries, flash mode PH.
-    static void setEnthalpy_(Stream& out, const Value& enthalpyFlow);
     void finish_();
 
     CoupleReactions sideReactions_;
