@@ -27,6 +27,11 @@ constexpr double tolx = 1e-10, tolf = 1e-11, relaxation = 0.5;
 constexpr int maxIterations = 100;
 const Value kelvin(1.0, "K");
 
+// The scaling of Ts where it is not bounded by the inlets.
+Scaler anyTemperature() {
+    return Scaler(ScalingMode::linear, 0.1, Tmax.toDouble(), 1.0, 10.0);
+}
+
 // The flash's own temperature, its unknown, rather than the item that a solve copies it to.
 const Value& flashT(const Stream& s) {
     return static_cast<const FlashBase&>(s).T;
@@ -153,7 +158,7 @@ void MultiExchanger::setup_of() {
     if (setUp_) return;
     if (!ready_()) return;
     setUp_ = true;
-    addUnknown(&Ts, Scaler(ScalingMode::linear, 0.1, Tmax.toDouble(), 1.0, 10.0), "Ts");
+    addUnknown(&Ts, anyTemperature(), "Ts");
     for (Stream* out : outletstreams_)
         addObjectiveFunction(flashOf(*out));
     const auto& equilibria = coupleReactions_.equilibria();
@@ -232,6 +237,7 @@ void MultiExchanger::solve_(int level) {
         setScaler(0, Scaler(ScalingMode::arctangentExclusive, lo, hi, 1.0, 10.0));
     } else {
         Ts = TsSet;
+        setScaler(0, anyTemperature());
     }
     if (!coupleReactions_.equilibria().empty()) computeReactionConversions_(false);
     // The outlets start halfway between their inlets and the solid, each from its own flash there.
@@ -263,7 +269,8 @@ int MultiExchanger::residuals_() {
     const bool reacting = !reactions.empty() || !multiReactions.empty();
     Value balance(0.0, "W");
     Value conductance(0.0, "W/K");
-    if (ua) netDuty.clear();
+    // netDuty is cleared in both options: in "Ts" it is the sum of this evaluation, not of all of them.
+    netDuty.clear();
     totDuty.clear();
     unsigned k = 1;
     for (std::size_t i = 0; i < outletstreams_.size(); ++i) {
