@@ -184,3 +184,35 @@ TEST_F(MultiExchangerTest, ReactionKeyedOnTheFirstComponentAndBoundedTransfer) {
                   .find("nStreams.value() > 1"),
               std::string::npos);
 }
+
+// Every option of both exchangers, made by the registry from its defaults as a new case makes it, with
+// streams of their defaults: a result or an error in the unit's list, never an exception. Alone, each one
+// and each multi-reaction says what it lacks.
+TEST_F(MultiExchangerTest, EveryOptionCalculatesFromItsDefaults) {
+    int k = 0;
+    for (const auto& [type, option] : {std::pair{"Exchanger", "UA"}, std::pair{"Exchanger", "Thot"},
+                                       std::pair{"Exchanger", "Tcold"}, std::pair{"MultiExchanger", "UA"},
+                                       std::pair{"MultiExchanger", "Ts"}}) {
+        const std::string tag = "U" + std::to_string(k++);
+        auto& x = unit(type, tag, Defaults().setString("option", option));
+        for (int i = 1; i <= 2; ++i) {
+            const std::string n = std::to_string(i);
+            connect("StreamVapor", tag + "I" + n, nullptr, "", &x, "in" + n).calculate(0);
+            connect("StreamVapor", tag + "O" + n, &x, "out" + n, nullptr, "");
+        }
+        EXPECT_EQ(thrown([&] { x.calculate(0); }), "") << type << option;
+        EXPECT_TRUE(x.errorList().empty()) << type << option << x.errorList().front();
+        auto& alone = unit(type, tag + "A", Defaults().setString("option", option));
+        const std::string error = thrown([&] { alone.calculate(0); });
+        if (type == std::string("Exchanger"))
+            EXPECT_EQ(alone.errorList(),
+                      std::vector<std::string>{"not all inlets and outlets are connected, nothing to do"});
+        else
+            EXPECT_NE(error.find("nStreams.value() == nIn.value()"), std::string::npos) << error;
+    }
+    for (const auto& [type, tag] : {std::pair{"MultiReaction<2>", "MR"}, std::pair{"MultiReactionTransfer", "MT"}}) {
+        auto& m = dynamic_cast<Model&>(bench_->addChild(type, {tag, "alone"}));
+        m.calculate(0);
+        EXPECT_EQ(m.errorList(), std::vector<std::string>{"Nothing connected, nothing to do"}) << type;
+    }
+}
