@@ -1,4 +1,5 @@
 #include <tarvo/persistency/NodeFactory.h>
+#include <tarvo/units/MultiReactionTransfer.h>
 #include <tarvo/units/ReactionEquilibrium.h>
 #include <tarvo/units/ReactionOxidationHydrocarbon.h>
 #include <tarvo/units/RegisterReactions.h>
@@ -142,4 +143,9 @@ void registerReactions() {
                 14);
     hydrocarbon("ReactionOxidationNaphthalene", "Naphthalene combustion C10H8 + 12 O2 -> 10 CO2 + 4 H2O", 10,
                 8);
+    NodeFactory::registerType<MultiReaction<2>>("MultiReaction<2>", "Reaction across two sides of a unit",
+                                                "option", false, {}, {}, {}, "", iconSize, iconSize);
+    NodeFactory::registerType<MultiReactionTransfer>("MultiReactionTransfer",
+                                                     "Transfer of components between two sides by fractions",
+                                                     "option", false, {}, {}, {}, "", iconSize, iconSize);
 }

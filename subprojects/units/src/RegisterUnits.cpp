@@ -1,10 +1,12 @@
 #include <tarvo/persistency/NodeFactory.h>
 #include <tarvo/units/Degasser.h>
 #include <tarvo/units/Divider.h>
+#include <tarvo/units/Exchanger.h>
 #include <tarvo/units/FlashDegasser.h>
 #include <tarvo/units/FlashDrum.h>
 #include <tarvo/units/FlashSplitter.h>
 #include <tarvo/units/Mixer.h>
+#include <tarvo/units/MultiExchanger.h>
 #include <tarvo/units/Multiplier.h>
 #include <tarvo/units/RegisterUnits.h>
 #include <tarvo/units/Selector.h>
@@ -73,5 +75,12 @@ void registerUnits() {
     withInnerStream("FlashDegasser", "StreamIdealLiquidSolidVapor",
                     "Flash drum with a vapor and a condensate outlet, ideal vapor, liquid and solid phases");
     unit<Multiplier>("Multiplier", "Copies a stream");
+    unit<Exchanger>("Exchanger", "Heat exchanger between a hot and a cold stream", drumIntegers,
+                    {{"option", "Calculation mode", "UA", ""}});
+    unit<MultiExchanger>("MultiExchanger", "Couples of streams that exchange heat through a common solid",
+                         {{"nStreams", "Number of stream couples connected", 2, 1, INT_MAX},
+                          {"nReactions", "Number of reactions", 0, -1, INT_MAX},
+                          {"nmultiReactions", "Number of multistream reactions", 0, -1, INT_MAX}},
+                         {{"option", "Calculation mode", "UA", ""}});
     unit<Selector>("Selector", "Passes on one of several streams");
 }

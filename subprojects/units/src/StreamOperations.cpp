@@ -38,6 +38,20 @@ Value volumeFlow(const Stream& stream) {
     return stream.Tphase->mdot / waterDensity;
 }
 
+Value totalEnthalpyFlow(Stream& stream) {
+    const auto& total = *my_cast<Phase::MassMolarProperties*>(stream.Tphase, "totalEnthalpyFlow");
+    return total.mdot * total.h;
+}
+
+void setEnthalpyFlow(Stream& outlet, const Value& enthalpyFlow) {
+    auto& total = *my_cast<Phase::MassMolarProperties*>(outlet.Tphase, "setEnthalpyFlow");
+    if (total.mdot.toDouble() > 0.0) {
+        total.h = enthalpyFlow / total.mdot;
+        total.H = total.h * total.mw;
+    }
+    outlet.setFlashOption(Tarvo::Utility::FlashMode::PH);
+}
+
 void passPhases(Stream& out, const Stream& in, const std::vector<const Phase::Mass*>& phases,
                 Calculatable::SolutionMode solution, int level) {
     out.T = in.T;

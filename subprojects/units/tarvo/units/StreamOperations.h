@@ -34,6 +34,13 @@ void refreshOutlet(Stream& outlet, const Tarvo::Utility::FlashMode& mode, Calcul
 // The volume flow of the stream's total; without properties, that of its mass as water.
 Value volumeFlow(const Stream& stream);
 
+// mdot times h of the stream's total; the total must have properties.
+Value totalEnthalpyFlow(Stream& stream);
+
+// Gives the outlet's total the specific enthalpy that carries `enthalpyFlow`, where it has flow, and sets
+// its flash mode to PH.
+void setEnthalpyFlow(Stream& outlet, const Value& enthalpyFlow);
+
 // Gives `out` the sum of `phases`, phases of `in`, at the temperature and pressure of `in`, and calculates
 // it. Each phase of `out` takes the one of `phases` entered under its index, with its share of the flow; the
 // others are emptied. Without phases, `out` is empty.
