@@ -1,4 +1,5 @@
 #include <tarvo/persistency/NodeFactory.h>
+#include <tarvo/units/Compressor.h>
 #include <tarvo/units/Degasser.h>
 #include <tarvo/units/Divider.h>
 #include <tarvo/units/FlashDegasser.h>
@@ -6,6 +7,7 @@
 #include <tarvo/units/FlashSplitter.h>
 #include <tarvo/units/Mixer.h>
 #include <tarvo/units/Multiplier.h>
+#include <tarvo/units/Pump.h>
 #include <tarvo/units/RegisterUnits.h>
 #include <tarvo/units/Selector.h>
 #include <tarvo/units/Separator.h>
@@ -29,8 +31,8 @@ void unit(const std::string& name, const std::string& description,
 
 const std::vector<IntegerOption> drumIntegers{{"nReactions", "Number of reactions", 0, -1, INT_MAX}};
 
-std::vector<StringOption> drumStrings(const std::string& innerStream = "") {
-    std::vector<StringOption> options{{"option", "Flash configuration option", "PT", ""},
+std::vector<StringOption> drumStrings(const std::string& innerStream = "", const std::string& option = "PT") {
+    std::vector<StringOption> options{{"option", "Flash configuration option", option, ""},
                                       {"reactionMode", "Reaction processing mode", "series", ""}};
     if (!innerStream.empty())
         options.push_back({"embeddedTypeStream", "Type of the internal mixed stream", innerStream, ""});
@@ -73,5 +75,8 @@ void registerUnits() {
     withInnerStream("FlashDegasser", "StreamIdealLiquidSolidVapor",
                     "Flash drum with a vapor and a condensate outlet, ideal vapor, liquid and solid phases");
     unit<Multiplier>("Multiplier", "Copies a stream");
+    unit<Compressor>("Compressor", "Compressor or expander with isentropic yield",
+                     {}, {{"option", "Pressure option: {PD}", "P", ""}});
+    unit<Pump>("Pump", "Liquid pump", drumIntegers, drumStrings("", "PH"));
     unit<Selector>("Selector", "Passes on one of several streams");
 }
