@@ -31,15 +31,6 @@ Stream& feed(Model& room, ICE& engine, const std::string& tag, double ndot,
     return s;
 }
 
-double enthalpyFlow(Stream& s) {
-    double sum = 0;
-    for (Phase::Mass* phase : s.phases()) {
-        if (phase == s.Tphase) continue;
-        auto& p = dynamic_cast<Phase::MassMolarProperties&>(*phase);
-        sum += p.ndot.toDouble() * p.calculate_H(s.P, s.T).toDouble();
-    }
-    return sum;
-}
 } // namespace
 
 // The engine of the reference plants on their biogas and air: all methane burns, and the heat given up by the

@@ -32,8 +32,8 @@ MultiStageOneTwo::MultiStageOneTwo(const Defaults& defaults, uint32_t id, Persis
         addStream(typeU, Defaults("FEED", "feed to stage 0"), "source", "out", indexed("S", 0), "in");
         for (int i = 0; i + 1 < n; ++i)
             addStream(typeU,
-                      Defaults(indexed("U", i),
-                               "stream from stage " + std::to_string(i) + " to stage " + std::to_string(i + 1)),
+                      Defaults(indexed("U", i), "stream from stage " + std::to_string(i) + " to stage " +
+                                                    std::to_string(i + 1)),
                       indexed("S", i), "out1", indexed("S", i + 1), "in");
         addStream(typeU, Defaults("OUT1", "product from stage " + std::to_string(n - 1)), indexed("S", n - 1),
                   "out1", "sink", "in");

@@ -15,8 +15,8 @@ template <int N> void compressionTrain(const std::string& description) {
         {"typeU", "the type of the model which sits on the main Edges", "StreamVapor", ""},
         {"typeV", "the type of the model which sits on the crossflow Edges", "StreamLiquid", ""}};
     NodeFactory::registerType<MultiCompressorIntercooled<N>>("MultiCompressorIntercooled" + std::to_string(N),
-                                                             description, "flowsheet", false, {}, stages, {}, "",
-                                                             iconSize, iconSize);
+                                                             description, "flowsheet", false, {}, stages, {},
+                                                             "", iconSize, iconSize);
 }
 } // namespace
 

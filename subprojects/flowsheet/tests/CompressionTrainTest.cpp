@@ -22,17 +22,6 @@ Stream& streamOf(Object& sheet, const std::string& tag) {
     return dynamic_cast<Stream&>(sheet.child(tag));
 }
 
-// The enthalpy flow of a stream, W, from its phase models at its state.
-double enthalpyFlow(Stream& s) {
-    double sum = 0;
-    for (Phase::Mass* phase : s.phases()) {
-        if (phase == s.Tphase) continue;
-        auto& p = dynamic_cast<Phase::MassMolarProperties&>(*phase);
-        sum += p.ndot.toDouble() * p.calculate_H(s.P, s.T).toDouble();
-    }
-    return sum;
-}
-
 double x(Stream& s, int i) {
     return s.Q("Tphase.x", i).toDouble();
 }
@@ -80,15 +69,16 @@ TEST_F(FlowsheetTest, TwoStageTrainCompressesWetBiogasAndKnocksOutTheWater) {
         EXPECT_NEAR(stage.Q("COOL.P").toDouble(), P, 1e-9 * P) << k;
         EXPECT_DOUBLE_EQ(gas.T.toDouble(), 313.15) << k;
         EXPECT_DOUBLE_EQ(liquid.T.toDouble(), 313.15) << k;
-        // Raoult's law of the ideal stream: the gas holds the water that its condensate's vapor pressure allows.
+        // Raoult's law of the ideal stream: the gas holds the water that its condensate's vapor pressure
+        // allows.
         ASSERT_GT(liquid.Tphase->flow(H2O).toDouble(), 0.0) << k;
         const double y = x(liquid, H2O) * psatWater(313.15) / P;
         EXPECT_NEAR(x(gas, H2O), y, 1e-8 * y) << k;
         // Each unit's balance: the compressor's fluid power goes into the gas, the cooler's duty out of it.
         const double Wf = stage.Q("C.Wf").toDouble(), Hin = enthalpyFlow(in);
         EXPECT_NEAR(enthalpyFlow(hot) - Hin, Wf, 1e-9 * std::fabs(Hin)) << k;
-        EXPECT_NEAR(enthalpyFlow(hot) - enthalpyFlow(gas) - enthalpyFlow(liquid), stage.Q("COOL.duty").toDouble(),
-                    1e-9 * std::fabs(Hin))
+        EXPECT_NEAR(enthalpyFlow(hot) - enthalpyFlow(gas) - enthalpyFlow(liquid),
+                    stage.Q("COOL.duty").toDouble(), 1e-9 * std::fabs(Hin))
             << k;
         power += stage.Q("C.We").toDouble();
         cooling += stage.Q("COOL.duty").toDouble();
@@ -130,11 +120,13 @@ TEST_F(FlowsheetTest, TrainConvergesSimultaneouslyAsSequentially) {
     }
     const auto result = [](FlowSheet& sheet, const char* path) { return sheet.Q(path).toDouble(); };
     for (const char* path : {"HIGHP.T", "HIGHP.P", "COMPR.We", "COMPR.duty"})
-        EXPECT_NEAR(result(*sheets[1], path), result(*sheets[0], path), 1e-8 * std::fabs(result(*sheets[0], path)))
+        EXPECT_NEAR(result(*sheets[1], path), result(*sheets[0], path),
+                    1e-8 * std::fabs(result(*sheets[0], path)))
             << path;
     for (const char* stream : {"HIGHP", "HIGHPLIQ"})
         for (int i = 0; i < NCOMPONENTS; ++i)
-            EXPECT_NEAR(flow(*sheets[1], stream, i), flow(*sheets[0], stream, i), 1e-8 * flow(*sheets[0], "LOWP", i))
+            EXPECT_NEAR(flow(*sheets[1], stream, i), flow(*sheets[0], stream, i),
+                        1e-8 * flow(*sheets[0], "LOWP", i))
                 << stream << " " << i;
 }
 
@@ -142,7 +134,7 @@ TEST_F(FlowsheetTest, TrainConvergesSimultaneouslyAsSequentially) {
 // and calculated: a result, or errors in words, never an exception or a crash.
 TEST_F(FlowsheetTest, CompressionTypesCalculateFromTheirDefaults) {
     for (const std::string type : {"Compressor", "Pump", "CompressionStage", "MultiCompressorIntercooled1",
-                                    "MultiCompressorIntercooled2", "MultiCompressorIntercooled3"}) {
+                                   "MultiCompressorIntercooled2", "MultiCompressorIntercooled3"}) {
         std::unique_ptr<Model> model(dynamic_cast<Model*>(
             NodeFactory::create(type, Defaults("ROOT", "from defaults"), 0, nullptr, nullptr, nullptr)));
         ASSERT_TRUE(model) << type;

@@ -12,7 +12,8 @@ Defaults adiabatic(const Defaults& defaults) {
 }
 } // namespace
 
-Pump::Pump(const Defaults& defaults, uint32_t id, Persistency* persistency, Persistent* parent, Persistent* root)
+Pump::Pump(const Defaults& defaults, uint32_t id, Persistency* persistency, Persistent* parent,
+           Persistent* root)
     : Model(defaults, id, persistency, parent, root), VertexBase(defaults, id, persistency, parent, root),
       ElectricalConsumption(defaults, id, persistency, parent, root),
       FlashDrum(adiabatic(defaults), id, persistency, parent, root) {

@@ -75,8 +75,8 @@ void registerUnits() {
     withInnerStream("FlashDegasser", "StreamIdealLiquidSolidVapor",
                     "Flash drum with a vapor and a condensate outlet, ideal vapor, liquid and solid phases");
     unit<Multiplier>("Multiplier", "Copies a stream");
-    unit<Compressor>("Compressor", "Compressor or expander with isentropic yield",
-                     {}, {{"option", "Pressure option: {PD}", "P", ""}});
+    unit<Compressor>("Compressor", "Compressor or expander with isentropic yield", {},
+                     {{"option", "Pressure option: {PD}", "P", ""}});
     unit<Pump>("Pump", "Liquid pump", drumIntegers, drumStrings("", "PH"));
     unit<Selector>("Selector", "Passes on one of several streams");
 }

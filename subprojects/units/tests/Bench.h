@@ -3,6 +3,7 @@
 
 #include <tarvo/components/ListComponents.h>
 #include <tarvo/core/Model.h>
+#include <tarvo/phases/PhaseMassMolarProperties.h>
 #include <tarvo/streams/Stream.h>
 
 #include <utility>
@@ -31,6 +32,18 @@ inline void setMoleFractions(Stream& s, double ndot, const std::vector<std::pair
         s.Tphase->frac(i) = xi;
     s.P = Value(P, "Pa");
     s.T = Value(T, "K");
+}
+
+// The enthalpy flow of a stream, W, from the phase models at its state: each phase's molar enthalpy at (P, T)
+// and its own composition, times its molar flow. Independent of the enthalpy that the stream keeps.
+inline double enthalpyFlow(Stream& s) {
+    double sum = 0;
+    for (Phase::Mass* phase : s.phases()) {
+        if (phase == s.Tphase) continue;
+        auto& p = dynamic_cast<Phase::MassMolarProperties&>(*phase);
+        sum += p.ndot.toDouble() * p.calculate_H(s.P, s.T).toDouble();
+    }
+    return sum;
 }
 
 #endif

@@ -12,9 +12,10 @@ namespace {
 constexpr int H2O = 2, N2 = 3;
 constexpr double gasConstant = 8314.4; // J/(kmol*K), the kernel's
 
-// Ideal-gas heat capacity of nitrogen, J/(kmol*K): DIPPR equation 16, A + exp(B/T + C + D*T + E*T^2), with the
-// ChemSep v8.32 constants of ../shared/data/dippr_like.csv (nitrogen, Cp_ig). The kernel's own nitrogen takes
-// another published fit (equation 107); between 300 and 480 K the two differ by less than 2e-4 relative.
+// Ideal-gas heat capacity of nitrogen, J/(kmol*K): DIPPR equation 16, A + exp(B/T + C + D*T + E*T^2), with
+// the ChemSep v8.32 constants of ../shared/data/dippr_like.csv (nitrogen, Cp_ig). The kernel's own nitrogen
+// takes another published fit (equation 107); between 300 and 480 K the two differ by less than 2e-4
+// relative.
 double cpNitrogen(double T) {
     return 29103.63 + std::exp(-2305.946 / T + 11.31935 - 0.00100557 * T + 1.706099e-07 * T * T);
 }
@@ -42,17 +43,6 @@ double isentropeEnd(double T1, double P1, double P2) {
 
 Phase::MassMolarProperties& total(Stream& s) {
     return dynamic_cast<Phase::MassMolarProperties&>(*s.Tphase);
-}
-
-// The enthalpy flow of a stream, W, from its phase models at its state.
-double enthalpyFlow(Stream& s) {
-    double sum = 0;
-    for (Phase::Mass* phase : s.phases()) {
-        if (phase == s.Tphase) continue;
-        auto& p = dynamic_cast<Phase::MassMolarProperties&>(*phase);
-        sum += p.ndot.toDouble() * p.calculate_H(s.P, s.T).toDouble();
-    }
-    return sum;
 }
 
 double entropyFlow(Stream& s) {
@@ -136,7 +126,8 @@ TEST_F(CompressorTest, YieldsDivideCompressionAndMultiplyExpansion) {
             EXPECT_LT(out_->T.toDouble(), in_->T.toDouble());
             EXPECT_GT(out_->T.toDouble(), c.Tis.toDouble() + 5.0);
         }
-        EXPECT_NEAR(c.I.toDouble(), c.We.toDouble() / (380.0 * 0.9 * std::sqrt(3.0)), 1e-12 * std::fabs(Wfis));
+        EXPECT_NEAR(c.I.toDouble(), c.We.toDouble() / (380.0 * 0.9 * std::sqrt(3.0)),
+                    1e-12 * std::fabs(Wfis));
         // Shaft work in, nothing else: the enthalpy flow rises by the fluid power.
         const double rise = enthalpyFlow(*out_) - enthalpyFlow(*in_);
         EXPECT_NEAR(rise, c.Wf.toDouble(), 1e-9 * std::fabs(rise)) << tag;
@@ -171,9 +162,10 @@ TEST_F(CompressorTest, PressureOptionsAndMessages) {
     EXPECT_EQ(open.errorList(), std::vector<std::string>{"no outlet connected, nothing to do"});
 }
 
-// Water pumped from 1 to 6 bar: a positive fluid power of the volume flow times the rise, which does not enter
-// the fluid. Expected with the density of liquid water at 300 K near 0.1 MPa, 996.556 kg/m3 (IAPWS-95, table 7
-// of the release, ../shared/data/iapws95_verification.json); the kernel's ideal liquid takes its own fit.
+// Water pumped from 1 to 6 bar: a positive fluid power of the volume flow times the rise, which does not
+// enter the fluid. Expected with the density of liquid water at 300 K near 0.1 MPa, 996.556 kg/m3 (IAPWS-95,
+// table 7 of the release, ../shared/data/iapws95_verification.json); the kernel's ideal liquid takes its own
+// fit.
 TEST_F(UnitTest, PumpTakesTheVolumeFlowTimesThePressureRise) {
     auto& pump = unit<Pump>("Pump", "PU");
     Stream& in = connect("StreamLiquid", "IN", nullptr, "", &pump, "in");

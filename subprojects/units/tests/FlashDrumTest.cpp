@@ -12,22 +12,6 @@ namespace {
 constexpr int CO2 = 0, CH4 = 1, H2O = 2, N2 = 3, O2 = 4;
 const std::vector<double> wetGas{0.3, 0.2, 0.3, 0.15, 0.05};
 
-Phase::MassMolarProperties& properties(Phase::Mass* phase) {
-    return dynamic_cast<Phase::MassMolarProperties&>(*phase);
-}
-
-// The enthalpy flow of a stream, W, from the phase models at its state: each phase's molar enthalpy at
-// (P, T) and its own composition, times its molar flow.
-double enthalpyFlow(Stream& s) {
-    double sum = 0;
-    for (Phase::Mass* phase : s.phases()) {
-        if (phase == s.Tphase) continue;
-        auto& p = properties(phase);
-        sum += p.ndot.toDouble() * p.calculate_H(s.P, s.T).toDouble();
-    }
-    return sum;
-}
-
 double massFlow(const Stream& s, int i) {
     return s.Tphase->mdotcomps[i].toDouble();
 }

@@ -9,8 +9,8 @@
 // machine's bill and is not added to the fluid's enthalpy.
 class Pump : public ElectricalConsumption, public FlashDrum {
 public:
-    Pump(const Tarvo::Persistency::Defaults& defaults, uint32_t id, Persistency* persistency, Persistent* parent,
-         Persistent* root);
+    Pump(const Tarvo::Persistency::Defaults& defaults, uint32_t id, Persistency* persistency,
+         Persistent* parent, Persistent* root);
 
     void go(SolutionMode mode, int level) override;
 
