@@ -1,7 +1,10 @@
 #include "Bench.h"
 #include "FlowsheetFixtures.h"
 
+#include "TemporaryDatabase.h"
+
 #include <tarvo/flowsheet/MultiCompressorIntercooled.h>
+#include <tarvo/persistency/PersistencyPostgres.h>
 #include <tarvo/phases/PhaseMassMolarProperties.h>
 #include <tarvo/streams/Stream.h>
 
@@ -128,6 +131,33 @@ TEST_F(FlowsheetTest, TrainConvergesSimultaneouslyAsSequentially) {
             EXPECT_NEAR(flow(*sheets[1], stream, i), flow(*sheets[0], stream, i),
                         1e-8 * flow(*sheets[0], "LOWP", i))
                 << stream << " " << i;
+}
+
+// A plant with a train, stored before its first calculation: retrieved, the stages find their units and the
+// compressors make their isentropic end states again, and the case calculates as it does in memory.
+TEST_F(FlowsheetTest, StoredTrainCalculatesAsInMemory) {
+    TemporaryDatabase database;
+    PersistencyPostgres store(database.connection());
+    const auto build = [this] {
+        auto sheet = bare();
+        addTrain(*sheet, 9e5);
+        return sheet;
+    };
+    auto memory = build();
+    const int id = build()->insert(&store);
+    memory->go(Calculatable::sequential, 0);
+    std::unique_ptr<Node> node(
+        NodeFactory::create("TestBare", Defaults(), static_cast<uint32_t>(id), &store, nullptr, nullptr));
+    auto& stored = dynamic_cast<FlowSheet&>(*node);
+    stored.initializeNonPersistents();
+    stored.go(Calculatable::sequential, 0);
+    stored.reportMessages();
+    EXPECT_TRUE(stored.errorList().empty()) << stored.errorList().front();
+    EXPECT_EQ(stored.child("COMPR").type(), "MultiCompressorIntercooled2");
+    for (const char* path : {"HIGHP.T", "COMPR.We", "COMPR.duty", "COMPR.cr"})
+        EXPECT_DOUBLE_EQ(stored.Q(path).toDouble(), memory->Q(path).toDouble()) << path;
+    for (int i = 0; i < NCOMPONENTS; ++i)
+        EXPECT_DOUBLE_EQ(flow(stored, "HIGHPLIQ", i), flow(*memory, "HIGHPLIQ", i)) << i;
 }
 
 // Every type of the compression family made at the root from its catalogue defaults, as a new case would be,
