@@ -85,17 +85,17 @@ int Compressor::calculateResidualsLocal() {
 }
 
 void Compressor::evaluate_(SolutionMode mode, int level) {
+    // The pressure is given, or its drop: a drop that its limit clips, or a flow coefficient, would not let
+    // the machine raise the pressure. Refused before any stream is touched.
+    if (option.value() != "P" && option.value() != "D")
+        throw ErrorBrowsing::unsupportedOption(TARVO_FUNCTION, option.value(), "pressure option", fullTag(),
+                                               type());
     const bool sequentially = mode < simultaneous;
     Stream& out = *outletstreams_[0];
     Stream& ideal = *isentropic_;
     // The outlet holds the mixed inlets for a moment; the lowest inlet pressure stands for the inlet's.
     gather(level, &out, feeds_, deltaPMax, Tavg);
     const Value inP = deltaPMax;
-    // The pressure is given, or its drop: a drop that its limit clips, or a flow coefficient, would not let
-    // the machine raise the pressure.
-    if (option.value() != "P" && option.value() != "D")
-        throw ErrorBrowsing::unsupportedOption(TARVO_FUNCTION, option.value(), "pressure option", fullTag(),
-                                               type());
     pressureDrop(this, option.value(), deltaP, inP, beta, inP, P, flowcoefficient, volumeFlow(out),
                  "Compressor::go");
     out.P = P;
