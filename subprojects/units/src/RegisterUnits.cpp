@@ -1,4 +1,5 @@
 #include <tarvo/persistency/NodeFactory.h>
+#include <tarvo/units/Compressor.h>
 #include <tarvo/units/Degasser.h>
 #include <tarvo/units/Divider.h>
 #include <tarvo/units/Exchanger.h>
@@ -8,6 +9,7 @@
 #include <tarvo/units/Mixer.h>
 #include <tarvo/units/MultiExchanger.h>
 #include <tarvo/units/Multiplier.h>
+#include <tarvo/units/Pump.h>
 #include <tarvo/units/RegisterUnits.h>
 #include <tarvo/units/Selector.h>
 #include <tarvo/units/Separator.h>
@@ -31,8 +33,8 @@ void unit(const std::string& name, const std::string& description,
 
 const std::vector<IntegerOption> drumIntegers{{"nReactions", "Number of reactions", 0, -1, INT_MAX}};
 
-std::vector<StringOption> drumStrings(const std::string& innerStream = "") {
-    std::vector<StringOption> options{{"option", "Flash configuration option", "PT", ""},
+std::vector<StringOption> drumStrings(const std::string& innerStream = "", const std::string& option = "PT") {
+    std::vector<StringOption> options{{"option", "Flash configuration option", option, ""},
                                       {"reactionMode", "Reaction processing mode", "series", ""}};
     if (!innerStream.empty())
         options.push_back({"embeddedTypeStream", "Type of the internal mixed stream", innerStream, ""});
@@ -77,10 +79,13 @@ void registerUnits() {
     unit<Multiplier>("Multiplier", "Copies a stream");
     unit<Exchanger>("Exchanger", "Heat exchanger between a hot and a cold stream", drumIntegers,
                     {{"option", "Calculation mode", "UA", ""}});
+    unit<Compressor>("Compressor", "Compressor or expander with isentropic yield", {},
+                     {{"option", "Pressure option: {PD}", "P", ""}});
     unit<MultiExchanger>("MultiExchanger", "Couples of streams that exchange heat through a common solid",
                          {{"nStreams", "Number of stream couples connected", 2, 1, INT_MAX},
                           {"nReactions", "Number of reactions", 0, -1, INT_MAX},
                           {"nmultiReactions", "Number of multistream reactions", 0, -1, INT_MAX}},
                          {{"option", "Calculation mode", "UA", ""}});
+    unit<Pump>("Pump", "Liquid pump", drumIntegers, drumStrings("", "PH"));
     unit<Selector>("Selector", "Passes on one of several streams");
 }
