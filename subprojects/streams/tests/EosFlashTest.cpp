@@ -107,3 +107,115 @@ TEST_F(EosFlashTest, WhitsonBruleProblem18) {
         EXPECT_NEAR(yi, publishedY[i], 2e-4);
     }
 }
+
+namespace {
+// A natural gas on the Peng-Robinson equation: methane, ethane, propane, n-butane.
+const std::vector<double> naturalGas{0.7, 0.1, 0.1, 0.1};
+
+struct GasState {
+    double P; // bar
+    double T; // K
+};
+} // namespace
+
+class NaturalGasFlashTest : public EosFlashTest, public ::testing::WithParamInterface<GasState> {
+protected:
+    void SetUp() override {
+        EosFlashTest::SetUp();
+        useCatalogue({"methane", "ethane", "propane", "butane"});
+    }
+};
+
+// PT, then PH and PS from the enthalpy and entropy found, each from the stream's default temperature:
+// the same state comes back, and the liquid is the denser phase wherever both are there.
+TEST_P(NaturalGasFlashTest, RoundTripsFromTheDefaultStart) {
+    const GasState state = GetParam();
+    auto s = make("StreamPengRobinsonLiquidVapor");
+    feed(*s, 100.0, naturalGas, state.P * 1e5, state.T);
+    s->calculate(0);
+    ASSERT_TRUE(s->errorList().empty()) << s->errorList().front();
+    const double fraction = vaporFraction(*s);
+    if (fraction > 0 && fraction < 1) {
+        EXPECT_GT(phase(*s, "Lphase").rho.toDouble(), phase(*s, "Vphase").rho.toDouble());
+    }
+    const double H = total(*s).H.toDouble(), S = total(*s).S.toDouble();
+    for (const char* mode : {"PH", "PS"}) {
+        auto back = make("StreamPengRobinsonLiquidVapor");
+        feed(*back, 100.0, naturalGas, state.P * 1e5, 298.15, mode);
+        total(*back).H = Value(H, "J/kmol");
+        total(*back).S = Value(S, "J/(kmol*K)");
+        back->calculate(0);
+        ASSERT_TRUE(back->errorList().empty()) << mode << ": " << back->errorList().front();
+        EXPECT_NEAR(back->T.toDouble(), state.T, 1e-6) << mode;
+        EXPECT_NEAR(vaporFraction(*back), fraction, 1e-8) << mode;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(TwoPhase, NaturalGasFlashTest,
+                         ::testing::Values(GasState{20, 220}, GasState{50, 220}, GasState{60, 260}, GasState{50, 300}));
+INSTANTIATE_TEST_SUITE_P(OnePhase, NaturalGasFlashTest,
+                         ::testing::Values(GasState{10, 320}, GasState{150, 300}, GasState{30, 180}));
+INSTANTIATE_TEST_SUITE_P(NearCritical, NaturalGasFlashTest, ::testing::Values(GasState{90, 250}, GasState{95, 255}));
+
+// Identities of one Peng-Robinson phase at several states, from its flashed streams: Cp = dH/dT at
+// constant P, d(G/T)/dT = -H/T^2, and ln phi_i the derivative of n g_res / R T in n_i, g_res taken from
+// the phase's G less the ideal gas of the components' own routes.
+class PhaseIdentityEosTest : public EosFlashTest, public ::testing::WithParamInterface<const char*> {
+protected:
+    void SetUp() override {
+        EosFlashTest::SetUp();
+        useCatalogue({"methane", "ethane", "propane", "butane"});
+    }
+    // The embedded phase of a one-phase stream at (P, T) and composition z.
+    Phase::MassMolarProperties& at(std::unique_ptr<Stream>& s, double P, double T, const std::vector<double>& z) {
+        s = make(GetParam());
+        feed(*s, 10.0, z, P, T);
+        s->calculate(0);
+        EXPECT_TRUE(s->errorList().empty()) << s->errorList().front();
+        return phase(*s, std::string(GetParam()).find("Vapor") != std::string::npos ? "Vphase" : "Lphase");
+    }
+    double residualGibbs(std::unique_ptr<Stream>& s, double P, double T, const std::vector<double>& z) {
+        const Phase::MassMolarProperties& p = at(s, P, T, z);
+        double g = p.H.toDouble() - T * p.S.toDouble();
+        for (int i = 0; i < NCOMPONENTS; ++i) {
+            const Value t(T, "K"), pressure(P, "Pa");
+            g -= z[i] * (components[i]->hv(t, pressure).toDouble() - T * components[i]->sv(t, pressure).toDouble() +
+                         8314.4 * T * std::log(z[i]));
+        }
+        return g;
+    }
+};
+
+TEST_P(PhaseIdentityEosTest, HeatCapacityGibbsHelmholtzAndFugacity) {
+    const bool vapor = std::string(GetParam()).find("Vapor") != std::string::npos;
+    const double P = vapor ? 30e5 : 60e5;
+    for (const double T : vapor ? std::vector<double>{260, 320, 400} : std::vector<double>{180, 210}) {
+        std::unique_ptr<Stream> s, up, down;
+        const auto& p = at(s, P, T, naturalGas);
+        const double h = 1e-3;
+        const auto& pu = at(up, P, T + h, naturalGas);
+        const auto& pd = at(down, P, T - h, naturalGas);
+        EXPECT_NEAR(p.Cp.toDouble(), (pu.H.toDouble() - pd.H.toDouble()) / (2 * h), 1e-6 * p.Cp.toDouble()) << T;
+        const auto gOverT = [](const Phase::MassMolarProperties& q, double t) {
+            return (q.H.toDouble() - t * q.S.toDouble()) / t;
+        };
+        EXPECT_NEAR((gOverT(pu, T + h) - gOverT(pd, T - h)) / (2 * h), -p.H.toDouble() / (T * T),
+                    1e-6 * std::fabs(p.H.toDouble()) / (T * T))
+            << T;
+
+        auto& fluid = dynamic_cast<Phase::Generic&>(const_cast<Phase::MassMolarProperties&>(p));
+        fluid.preparefugacity(Value(P, "Pa"), Value(T, "K"));
+        for (int i = 0; i < NCOMPONENTS; ++i) {
+            const double d = 1e-5;
+            std::vector<double> more = naturalGas, less = naturalGas;
+            more[i] += d;
+            less[i] -= d;
+            const double gMore = (1 + d) * residualGibbs(up, P, T, PengRobinsonByHand::normalised(more));
+            const double gLess = (1 - d) * residualGibbs(down, P, T, PengRobinsonByHand::normalised(less));
+            EXPECT_NEAR(fluid.fugacity(i).toDouble(), (gMore - gLess) / (2 * d) / (8314.4 * T), 1e-6) << T << " " << i;
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(PengRobinson, PhaseIdentityEosTest,
+                         ::testing::Values("StreamPengRobinsonVapor", "StreamPengRobinsonLiquid"));
