@@ -76,11 +76,23 @@ const Value& Ideal::calculate_rho_(const Value& P, const Value& T, const Vector&
 }
 
 const Value& Ideal::calculate_H_(const Value& P, const Value& T, const Vector& x) const {
+    return sumH_(phaseType(), P, T, x);
+}
+
+const Value& Ideal::calculate_S_(const Value& P, const Value& T, const Vector& x) const {
+    return sumS_(phaseType(), P, T, x);
+}
+
+const Value& Ideal::calculate_Cp_(const Value& P, const Value& T, const Vector& x) const {
+    return sumCp_(phaseType(), P, T, x);
+}
+
+const Value& Ideal::sumH_(PhaseType state, const Value& P, const Value& T, const Vector& x) const {
     H_ = zeroMolarEnthalpy();
     for (int i = 0; i < NCOMPONENTS; ++i) {
         if (!present(x, i)) continue;
         const ComponentGeneric& c = *components[i];
-        switch (phaseType()) {
+        switch (state) {
         case PhaseType::vapor: H_ += x[i] * c.hv(T, P); break;
         case PhaseType::liquid: H_ += x[i] * c.hl(T, P); break;
         case PhaseType::solid: H_ += x[i] * c.hs(T, P); break;
@@ -90,13 +102,13 @@ const Value& Ideal::calculate_H_(const Value& P, const Value& T, const Vector& x
     return H_;
 }
 
-const Value& Ideal::calculate_S_(const Value& P, const Value& T, const Vector& x) const {
+const Value& Ideal::sumS_(PhaseType state, const Value& P, const Value& T, const Vector& x) const {
     S_ = zeroMolarEntropy();
     for (int i = 0; i < NCOMPONENTS; ++i) {
         if (!present(x, i)) continue;
         const ComponentGeneric& c = *components[i];
         Value pure = zeroMolarEntropy();
-        switch (phaseType()) {
+        switch (state) {
         case PhaseType::vapor: pure = c.sv(T, P); break;
         case PhaseType::liquid: pure = c.sl(T, P); break;
         case PhaseType::solid: pure = c.ss(T, P); break;
@@ -107,12 +119,12 @@ const Value& Ideal::calculate_S_(const Value& P, const Value& T, const Vector& x
     return S_;
 }
 
-const Value& Ideal::calculate_Cp_(const Value& P, const Value& T, const Vector& x) const {
+const Value& Ideal::sumCp_(PhaseType state, const Value& P, const Value& T, const Vector& x) const {
     Cp_ = zeroMolarEntropy();
     for (int i = 0; i < NCOMPONENTS; ++i) {
         if (!present(x, i)) continue;
         const ComponentGeneric& c = *components[i];
-        switch (phaseType()) {
+        switch (state) {
         case PhaseType::vapor: Cp_ += x[i] * c.cpv(T, P); break;
         case PhaseType::liquid: Cp_ += x[i] * c.cpl(T, P); break;
         case PhaseType::solid: Cp_ += x[i] * c.cps(T, P); break;

@@ -1,6 +1,10 @@
 #include <tarvo/persistency/NodeFactory.h>
+#include <tarvo/phases/KwongRedlichSoave.h>
+#include <tarvo/phases/PengRobinson.h>
+#include <tarvo/phases/PhaseEos.h>
 #include <tarvo/phases/PhaseGeneric.h>
 #include <tarvo/phases/PhaseIdeal.h>
+#include <tarvo/phases/VanDerWaals.h>
 #include <tarvo/phases/PhaseSimple.h>
 #include <tarvo/phases/PhaseSimpleTotal.h>
 #include <tarvo/phases/PhaseTotal.h>
@@ -17,6 +21,18 @@ constexpr double iconSize = 40;
 std::string capitalized(std::string word) {
     word[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(word[0])));
     return word;
+}
+
+// A fluid phase on an equation of state, registered as `name` with its vapor and liquid aliases.
+template <typename E> void equationOfState(const std::string& name, const std::string& equation) {
+    const std::string description = "phase based on the " + equation + " equation of state";
+    NodeFactory::registerType<PhaseGeneric<Phase::Eos<E>>>(
+        name, description, "phase", false, {},
+        {StringOption{"typeP", "the phase type", "liquid", "phaseTypeEnum1"}}, {}, "", iconSize, iconSize);
+    for (const std::string type : {"vapor", "liquid"}) {
+        NodeFactory::registerAlias(name, name + "<" + type + ">", capitalized(type) + " " + description,
+                                   Defaults().setString("typeP", type), "", iconSize, iconSize);
+    }
 }
 } // namespace
 
@@ -43,4 +59,7 @@ void registerPhases() {
         NodeFactory::registerAlias("PhaseIdeal", "PhaseIdeal<" + type + ">", capitalized(type) + " ideal phase",
                                    Defaults().setString("typeP", type), "", iconSize, iconSize);
     }
+    equationOfState<Phase::EosCubic::VanDerWaals>("PhaseVanDerWaals", "Van der Waals");
+    equationOfState<Phase::EosCubic::PengRobinson>("PhasePengRobinson", "Peng-Robinson");
+    equationOfState<Phase::EosCubic::KwongRedlichSoave>("PhaseKwongRedlichSoave", "Kwong-Redlich-Soave");
 }

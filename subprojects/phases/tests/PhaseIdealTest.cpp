@@ -143,12 +143,17 @@ TEST_F(PhaseTest, PhaseTypesOfTheCatalogue) {
     const std::vector<std::string> names{"PhaseSimple",  "PhaseSimple<vapor>", "PhaseSimple<liquid>",
                                          "PhaseSimple<solid>", "PhaseSimpleTotal", "PhaseTotal",
                                          "PhaseIdeal",   "PhaseIdeal<vapor>",  "PhaseIdeal<liquid>",
-                                         "PhaseIdeal<solid>"};
+                                         "PhaseIdeal<solid>", "PhaseVanDerWaals", "PhaseVanDerWaals<vapor>",
+                                         "PhaseVanDerWaals<liquid>", "PhasePengRobinson", "PhasePengRobinson<vapor>",
+                                         "PhasePengRobinson<liquid>", "PhaseKwongRedlichSoave",
+                                         "PhaseKwongRedlichSoave<vapor>", "PhaseKwongRedlichSoave<liquid>"};
     std::vector<std::string> registered;
     for (const auto& t : NodeFactory::types())
         if (t.category == "phase") registered.push_back(t.name);
     EXPECT_EQ(registered, names);
     EXPECT_EQ(NodeFactory::typeDescriptor("PhaseIdeal<solid>").description, "Solid ideal phase");
+    EXPECT_EQ(NodeFactory::typeDescriptor("PhasePengRobinson<vapor>").description,
+              "Vapor phase based on the Peng-Robinson equation of state");
     EXPECT_EQ(NodeFactory::typeDescriptor("PhaseSimple<liquid>").description,
               "Simple, mass-balance only, liquid phase");
     EXPECT_TRUE(NodeFactory::typeDescriptor("PhaseIdeal<vapor>").stringOptions.empty());

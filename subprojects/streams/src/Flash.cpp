@@ -56,6 +56,9 @@ void Flash::addUnknowns() {
     addUnknown(&P, Scaler(ScalingMode::log, 1.0, 101325.0, 1.0, 10.0), "P");
     int i = 0;
     for (const auto& [unknown, scaler] : betas()) addUnknown(unknown, scaler, "beta[" + std::to_string(i++) + "]");
+    // A reduced density stays positive on a logarithmic scale, from a dilute gas to a dense liquid.
+    for (Value* density : densityUnknowns())
+        addUnknown(density, Scaler(ScalingMode::log, 1e-6, 1.0, 1.0, 10.0), "beta[" + std::to_string(i++) + "]");
 }
 
 void Flash::ensureUnknowns() {
@@ -148,6 +151,8 @@ void Flash::settle(const Value& Pnew, const Value& Tnew) {
     P = Pnew;
     T = Tnew;
     prepare_residuals();
+    // The phases' compositions are in place now; their properties follow the densities settled there.
+    if (settleDensities()) prepare_residuals();
 }
 
 void Flash::estimate(const Value& Pstart, const Value& Tstart) {

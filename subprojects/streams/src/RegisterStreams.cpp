@@ -83,4 +83,20 @@ void registerStreams() {
           embedded("PhaseIdeal<liquid>"));
     alias("StreamSolidVlT", "StreamIdealLiquidSolidVapor", "Ideal stream with one liquid, one solid and one vapor phase",
           embeddedPair("PhaseIdeal<vapor>", "PhaseIdeal<liquid>"));
+
+    for (const auto& [model, equation] : {std::pair<std::string, std::string>{"KwongRedlichSoave", "Kwong-Redlich-Soave"},
+                                          {"PengRobinson", "Peng-Robinson"}}) {
+        const std::string based = "Stream based on the " + equation + " equation of state";
+        const std::string vapor = "Phase" + model + "<vapor>", liquid = "Phase" + model + "<liquid>";
+        alias("StreamOne", "Stream" + model + "Vapor", based + " with one vapor phase", embedded(vapor));
+        alias("StreamOne", "Stream" + model + "Liquid", based + " with one liquid phase", embedded(liquid));
+        alias("StreamVlTx", "Stream" + model + "LiquidVapor", based + ", with one liquid and one vapor phase",
+              embeddedPair(vapor, liquid));
+    }
+    alias("StreamOneSolid", "StreamKwongRedlichSoaveSolidVapor",
+          "Stream based on the Kwong-Redlich-Soave equation of state with one solid and one vapor phase",
+          embedded("PhaseKwongRedlichSoave<vapor>"));
+    alias("StreamSolidVlTx", "StreamKwongRedlichSoaveLiquidSolidVapor",
+          "Stream based on the Kwong-Redlich-Soave equation of state, with one liquid, one solid and one vapor phase",
+          embeddedPair("PhaseKwongRedlichSoave<vapor>", "PhaseKwongRedlichSoave<liquid>"));
 }

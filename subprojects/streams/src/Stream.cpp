@@ -53,6 +53,8 @@ Phase::Mass* Stream::registerPhase_(Node& node, const PhaseIndex& index) {
     if (index != PhaseIndex::null) phasesmap[index] = static_cast<int>(phases_.size());
     indexintegers_.push_back(static_cast<int>(index));
     phases_.push_back(phase);
+    if (auto* generic = dynamic_cast<Phase::Generic*>(phase))
+        if (auto* eos = dynamic_cast<Phase::EosInterface*>(&generic->model())) eosPhases_.emplace_back(generic, eos);
     return phase;
 }
 
@@ -259,6 +261,29 @@ void Stream::calculatePhaseProperties() {
         total.h = total.H / total.mw;
     }
     if (enthalpyGiven || entropyGiven) total.g = total.h - T * total.s;
+}
+
+void Stream::estimateEos(const Value& Pstart, const Value& Tstart) {
+    for (auto& [phase, eos] : eosPhases_) eos->estimate(Pstart, Tstart, phase->x.value(), phase->phaseType());
+}
+
+int Stream::calculateResidualsEos(std::vector<Value>& y, uint32_t offset) {
+    // The phases' models were set up at the flash's T and the phases' compositions by prepare_residuals.
+    for (const auto& [phase, eos] : eosPhases_)
+        y[offset++] = eos->calculateResiduals(FlashBase::P, FlashBase::T, phase->x.value(), phase->phaseType());
+    return static_cast<int>(eosPhases_.size());
+}
+
+std::vector<Value*> Stream::densityUnknowns() {
+    std::vector<Value*> unknowns;
+    for (auto& [phase, eos] : eosPhases_) unknowns.push_back(&eos->beta);
+    return unknowns;
+}
+
+bool Stream::settleDensities() {
+    for (auto& [phase, eos] : eosPhases_)
+        eos->settleDensity(FlashBase::P, FlashBase::T, phase->x.value(), phase->phaseType());
+    return !eosPhases_.empty();
 }
 
 Value Stream::calculateTotalP(const Value& rho) {

@@ -3,6 +3,7 @@
 #include <tarvo/streams/StreamTwo.h>
 #include <tarvo/utility/Log.h>
 
+#include <algorithm>
 #include <cmath>
 #include <type_traits>
 #include <typeinfo>
@@ -14,6 +15,10 @@ using Tarvo::Utility::PhaseType;
 
 namespace {
 constexpr int verbosityFile = -1;
+// The successive substitution of a start: a few digits of the K values, which the solve then completes;
+// near a critical point it converges slowly, and the solve takes over from where it stopped.
+constexpr int maxSubstitutions = 30;
+constexpr double substitutionTolerance = 1e-8;
 
 bool idealModel(const Phase::Generic& phase) {
     const auto& model = phase.model(); // a call inside typeid draws a side-effect warning from clang
@@ -102,11 +107,36 @@ template <typename F> void StreamTwo<F>::placeSplit_(const Value& P, const Value
     FlashBase::T = T;
     if (solid_) this->calculateInertSolids(static_cast<const Phase::MassMolar&>(*Tphase).x.value());
     this->fillkvl(P, T, true);
+    splitAt_(fraction);
+    if (!this->isIdeal) substitute_(fraction);
+    pushSplit_(false);
+    this->settleDensities();
+}
+
+template <typename F> void StreamTwo<F>::splitAt_(const double* fraction) {
     if (fraction)
         this->alfa_ = *fraction;
     else
         this->solveSplit(splitComposition());
     this->calculateSplit(splitComposition());
+}
+
+template <typename F> void StreamTwo<F>::substitute_(const double* fraction) {
+    for (int k = 0; k < maxSubstitutions; ++k) {
+        pushSplit_(false);
+        this->settleDensities();
+        second_->preparefugacity(FlashBase::P, FlashBase::T);
+        first_->preparefugacity(FlashBase::P, FlashBase::T);
+        double change = 0;
+        for (int i = 0; i < NCOMPONENTS; ++i) {
+            if (components[i]->isSolid()) continue;
+            const Value lnK = second_->fugacity(i) - first_->fugacity(i);
+            change = std::max(change, std::fabs(lnK.toDouble() - std::log(this->kVL_[i].toDouble())));
+            this->kVL_[i] = exp(lnK);
+        }
+        splitAt_(fraction);
+        if (!(change > substitutionTolerance)) break;
+    }
 }
 
 template <typename F> void StreamTwo<F>::settle(const Value& P, const Value& T) {

@@ -76,6 +76,11 @@ void registerUnits() {
                     "Flash drum with a vapor and a condensate outlet, ideal vapor and solid phases");
     withInnerStream("FlashDegasser", "StreamIdealLiquidSolidVapor",
                     "Flash drum with a vapor and a condensate outlet, ideal vapor, liquid and solid phases");
+    withInnerStream("FlashDegasser", "StreamKwongRedlichSoaveLiquidVapor",
+                    "Flash drum with a vapor and a condensate outlet, Kwong-Redlich-Soave vapor and liquid phases");
+    withInnerStream("FlashDegasser", "StreamKwongRedlichSoaveLiquidSolidVapor",
+                    "Flash drum with a vapor and a condensate outlet, Kwong-Redlich-Soave vapor and liquid phases "
+                    "and an ideal solid phase");
     unit<Multiplier>("Multiplier", "Copies a stream");
     unit<Exchanger>("Exchanger", "Heat exchanger between a hot and a cold stream", drumIntegers,
                     {{"option", "Calculation mode", "UA", ""}});

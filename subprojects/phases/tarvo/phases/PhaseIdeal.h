@@ -35,6 +35,12 @@ public:
     int type = static_cast<int>(Tarvo::Utility::PhaseType::liquid);
 
 protected:
+    // The sums of the pure components' properties in the state given, whatever the phase's type: an
+    // equation of state takes the ideal gas as its ideal part in both fluid types.
+    const Value& sumH_(Tarvo::Utility::PhaseType state, const Value& P, const Value& T, const Vector& x) const;
+    const Value& sumS_(Tarvo::Utility::PhaseType state, const Value& P, const Value& T, const Vector& x) const;
+    const Value& sumCp_(Tarvo::Utility::PhaseType state, const Value& P, const Value& T, const Vector& x) const;
+
     mutable Value P_, rho_, H_, S_, Cp_, spare_;
     mutable std::vector<double> viscosities_;
     mutable std::vector<double> molecularWeights_;

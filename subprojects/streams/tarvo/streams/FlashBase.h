@@ -26,6 +26,11 @@ public:
     virtual void estimateEos(const Value& /*P*/, const Value& /*T*/) {}
     // Residuals of phases with a density unknown; none here.
     virtual int calculateResidualsEos(std::vector<Value>& /*y*/, uint32_t /*offset*/) { return 0; }
+    // The density unknowns of those phases, in the order of their residuals.
+    virtual std::vector<Value*> densityUnknowns() { return {}; }
+    // Each of those phases takes the density of its own type at the flash's state and its present
+    // composition, as a point of the start's searches needs; false where the stream has none.
+    virtual bool settleDensities() { return false; }
     // The pressure at which the stream has the molar density rho.
     virtual Value calculateTotalP(const Value& rho) = 0;
     virtual Value calculateTotalRho() = 0;

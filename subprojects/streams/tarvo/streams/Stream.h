@@ -2,6 +2,8 @@
 #define TARVO_STREAMS_STREAM_H
 
 #include <tarvo/core/EdgeBase.h>
+#include <tarvo/phases/EosInterface.h>
+#include <tarvo/phases/PhaseGeneric.h>
 #include <tarvo/phases/PhaseMassMolarProperties.h>
 #include <tarvo/streams/Flash.h>
 
@@ -36,6 +38,12 @@ public:
     void initializeNonPersistents() override;
     // A non-ideal stream solves with ideal K values first, and starts the full solve from there.
     virtual void precompute_isIdeal() {}
+
+    // The phases on an equation of state: their density unknowns, residuals and starts.
+    void estimateEos(const Value& P, const Value& T) override;
+    int calculateResidualsEos(std::vector<Value>& y, uint32_t offset) override;
+    std::vector<Value*> densityUnknowns() override;
+    bool settleDensities() override;
 
     Value calculateTotalP(const Value& rho) override;
     Value calculateTotalRho() override;
@@ -108,6 +116,8 @@ protected:
     bool residualsNeedProperties() const;
 
     std::vector<Phase::Mass*> phases_;
+    // The phases whose model has a density unknown, with that model.
+    std::vector<std::pair<Phase::Generic*, Phase::EosInterface*>> eosPhases_;
     std::map<PhaseIndex, int> phasesmap;
     std::vector<int> indexintegers_;
 };

@@ -42,8 +42,14 @@ protected:
 private:
     // The split of the flash into the phases' compositions, with their fractions and properties if asked.
     void pushSplit_(bool properties);
-    // (P, T), the K values there and the split: in equilibrium, or at the vapor fraction given.
+    // (P, T), the K values there and the split: in equilibrium, or at the vapor fraction given. A stream
+    // that is not ideal refines the components' K values by substitution on its phases' fugacities, and
+    // phases on an equation of state take their densities there.
     void placeSplit_(const Value& P, const Value& T, const double* fraction);
+    // alfa at the vapor fraction given or, for null, in equilibrium, and the split there.
+    void splitAt_(const double* fraction);
+    // Successive substitution of the K values from the phases' fugacities at the present split.
+    void substitute_(const double* fraction);
 
     Phase::Generic* first_;
     Phase::Generic* second_;

@@ -1,0 +1,66 @@
+#ifndef TARVO_PHASES_EOSCUBICINTERFACE_H
+#define TARVO_PHASES_EOSCUBICINTERFACE_H
+
+#include <tarvo/phases/EosInterface.h>
+
+#include <vector>
+
+namespace Phase::EosCubic {
+
+// The cubic equations of state in their shared form
+//     P = R T / (v - b) - a / ((v + delta1 b) (v + delta2 b)),
+// with a_c = Omega_a R^2 Tc^2 / Pc and b = Omega_b R Tc / Pc of each component, and the one-fluid mixing
+// rules a = sum x_i x_j sqrt(a_i a_j), b = sum x_i b_i without binary interaction parameters. The
+// departure functions and the fugacity coefficients are the closed integrals of this form.
+//
+// Compositions may not add up to one while a flash iterates: everything here is per kmol of the
+// normalised composition.
+class Interface : public EosInterface {
+public:
+    // The constants of an equation: Omega_a, Omega_b, the reduced density b / v of the critical point,
+    // delta1 and delta2.
+    Interface(double omegaA, double omegaB, double betaCritical, double delta1, double delta2);
+
+    // The pressure at molar volume v and T, and its derivatives in v and T, for the last precompute.
+    virtual Value eos(const Value& v, const Value& T) const;
+    virtual Value deosdv(const Value& v, const Value& T) const;
+    virtual Value deosdT(const Value& v, const Value& T) const;
+    // The attractive parameter of component i at T, with its first and second derivatives in T.
+    virtual Value a(int i, const Value& T, Value& dadT, Value& d2adT2) const = 0;
+    // Of component i: the attractive parameter at its critical point, and the covolume.
+    Value ac(int i) const;
+    Value b(int i) const;
+
+    void precompute(const Value& T, const Vector& x) const override;
+    void estimate(const Value& P, const Value& T, const Vector& x, PhaseType type) override;
+    Value betac(const Vector& x) const override;
+    Value pressure(const Value& reduced, const Value& T) const override;
+    Value dpdbeta(const Value& reduced, const Value& T) const override;
+    Value density(const Value& reduced) const override;
+    Value pseudoCriticalTemperature(const Vector& x) const override;
+
+    // At the stored beta and the last precompute: the logarithms of the fugacity coefficients of all
+    // components, and the departures of enthalpy, entropy and heat capacity from the ideal gas at (T, P).
+    virtual void preparefugacity_eos(const Value& P, const Value& T, std::vector<Value>& lnphi) const;
+    Value enthalpyDeparture(const Value& P, const Value& T) const;
+    Value entropyDeparture(const Value& P, const Value& T) const;
+    Value heatCapacityDeparture(const Value& T) const;
+
+    // The mixture of the last precompute: a with its first and second derivatives in T, and b.
+    mutable Value Amix, dAmixdT, d2AmixdT2, Bmix;
+
+    const double omegaA, omegaB, delta1, delta2;
+
+private:
+    // The integral of 1 / ((v + delta1 b) (v + delta2 b)) from v to infinity.
+    Value attraction_(const Value& v) const;
+
+    double betaCritical_;
+    // sqrt(a_i) of every component at the last precompute, in units of sqrt(Pa*m6/kmol2), which SI cannot
+    // write: sum_j x_j a_ij = sqrt(a_i) sqrt(a).
+    mutable std::vector<Value> rootA_;
+};
+
+} // namespace Phase::EosCubic
+
+#endif

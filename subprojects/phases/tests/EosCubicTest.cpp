@@ -1,0 +1,88 @@
+#include "PhaseTestSupport.h"
+
+#include <tarvo/phases/KwongRedlichSoave.h>
+#include <tarvo/phases/PengRobinson.h>
+#include <tarvo/phases/PhaseEos.h>
+#include <tarvo/phases/PhaseGeneric.h>
+#include <tarvo/phases/VanDerWaals.h>
+
+#include <cmath>
+
+// The cubic equations on the kernel's five species (CO2, CH4, H2O, N2, O2), against numbers worked out
+// here from the components' constants.
+
+namespace {
+constexpr double gasConstant = 8314.4; // J/(kmol K), the kernel's
+
+template <typename E> double attractiveAt(const E& eos, int i, double T) {
+    Value dadT, d2adT2;
+    return eos.a(i, Value(T, "K"), dadT, d2adT2).toDouble();
+}
+} // namespace
+
+TEST_F(PhaseTest, AtTheCriticalTemperatureTheAttractiveTermIsItsCriticalValue) {
+    const Phase::EosCubic::PengRobinson pr;
+    const Phase::EosCubic::KwongRedlichSoave srk;
+    for (int i = 0; i < NCOMPONENTS; ++i) {
+        const double Tc = components[i]->Tc().toDouble(), Pc = components[i]->Pc().toDouble();
+        // Omega_a R^2 Tc^2 / Pc, with the exact roots of the critical conditions of each equation.
+        EXPECT_NEAR(attractiveAt(pr, i, Tc), 0.4572355289 * gasConstant * gasConstant * Tc * Tc / Pc,
+                    1e-12 * attractiveAt(pr, i, Tc));
+        EXPECT_NEAR(attractiveAt(srk, i, Tc), 0.42747 * gasConstant * gasConstant * Tc * Tc / Pc,
+                    1e-12 * attractiveAt(srk, i, Tc));
+        // Below Tc the attraction grows, above it falls.
+        EXPECT_GT(attractiveAt(pr, i, 0.9 * Tc), attractiveAt(pr, i, Tc));
+        EXPECT_LT(attractiveAt(pr, i, 1.1 * Tc), attractiveAt(pr, i, Tc));
+    }
+}
+
+TEST_F(PhaseTest, AttractiveTermDerivativesMatchCentralDifferences) {
+    const Phase::EosCubic::PengRobinson pr;
+    for (int i = 0; i < NCOMPONENTS; ++i) {
+        const double T = 0.8 * components[i]->Tc().toDouble(), h = 1e-3;
+        Value dadT, d2adT2;
+        pr.a(i, Value(T, "K"), dadT, d2adT2);
+        Value up1, up2, down1, down2;
+        const double up = pr.a(i, Value(T + h, "K"), up1, up2).toDouble();
+        const double down = pr.a(i, Value(T - h, "K"), down1, down2).toDouble();
+        EXPECT_NEAR(dadT.toDouble(), (up - down) / (2 * h), 1e-7 * std::fabs(dadT.toDouble()));
+        EXPECT_NEAR(d2adT2.toDouble(), (up1.toDouble() - down1.toDouble()) / (2 * h),
+                    1e-6 * std::fabs(d2adT2.toDouble()));
+    }
+}
+
+TEST_F(PhaseTest, PengRobinsonTakesTheCubicFormFromOmegaOneHalf) {
+    const Phase::EosCubic::PengRobinson pr;
+    const auto quadratic = [](double w) { return 0.37464 + 1.54226 * w - 0.26992 * w * w; };
+    const auto cubic = [](double w) { return 0.3796 + 1.485 * w - 0.1644 * w * w + 0.01666 * w * w * w; };
+    EXPECT_DOUBLE_EQ(pr.m(Value(0.5)).toDouble(), cubic(0.5));
+    EXPECT_NE(cubic(0.5), quadratic(0.5));
+    EXPECT_DOUBLE_EQ(pr.m(Value(0.4999)).toDouble(), quadratic(0.4999));
+    EXPECT_DOUBLE_EQ(pr.m(Value(0.7)).toDouble(), cubic(0.7));
+}
+
+// A vapor at low pressure, its density settled as the flash's start settles it: the fugacity coefficients
+// tend to 1 as P falls, the departure from the ideal gas tends to nothing, for every equation.
+TEST_F(PhaseTest, VaporAtLowPressureApproachesTheIdealGas) {
+    for (const char* type : {"PhasePengRobinson<vapor>", "PhaseKwongRedlichSoave<vapor>", "PhaseVanDerWaals<vapor>"}) {
+        auto phase = make<Phase::Generic>(type);
+        const double x[] = {0.2, 0.3, 0.1, 0.25, 0.15};
+        for (int i = 0; i < NCOMPONENTS; ++i) phase->x[i] = x[i];
+        auto& eos = dynamic_cast<Phase::EosInterface&>(phase->model());
+        double previous = 1;
+        for (const double P : {1e5, 1e3, 10.0}) {
+            const Value p(P, "Pa"), T(400.0, "K");
+            eos.settleDensity(p, T, phase->x.value(), Tarvo::Utility::PhaseType::vapor);
+            phase->preparefugacity(p, T);
+            double largest = 0;
+            for (int i = 0; i < NCOMPONENTS; ++i) largest = std::max(largest, std::fabs(phase->fugacity(i).toDouble()));
+            EXPECT_LT(largest, 0.1 * previous) << type << " at " << P << " Pa";
+            // ln phi is of the order of B P / R T, linear in P.
+            EXPECT_LT(largest, 2e-7 * P) << type;
+            previous = largest;
+            // Z = P / (rho R T) tends to 1.
+            const double rho = phase->calculate_rho(p, T).toDouble();
+            EXPECT_NEAR(P / (rho * gasConstant * 400.0), 1.0, 2e-7 * P) << type;
+        }
+    }
+}
