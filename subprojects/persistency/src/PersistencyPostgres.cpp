@@ -414,6 +414,10 @@ void PersistencyPostgres::begin() {
 }
 
 void PersistencyPostgres::commit() {
+    // A reply can fail the transaction without the server's knowing (a row to update that is missing), so
+    // every reply is read before COMMIT goes out.
+    sendBatches();
+    if (!pending_.empty()) synchronize();
     execute("COMMIT", __PRETTY_FUNCTION__);
     synchronize();
     leavePipeline();

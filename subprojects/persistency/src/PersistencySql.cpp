@@ -119,7 +119,14 @@ StoreBlock& PersistencySql::readBlock(int id) {
 }
 
 StoreBlock& PersistencySql::updateBlock(int id) {
-    if (!updateBlock_ || !updateBlock_->covers(id)) updateBlock_ = loadBlock(id);
+    if (updateBlock_ && updateBlock_->covers(id)) return *updateBlock_;
+    updateBlock_ = loadBlock(id);
+    // All tables of vectors at once, before the updates of the nodes after this one have gathered rows that a
+    // read would send first.
+    vectorRows(*updateBlock_, id, "IV", "VID", false);
+    vectorRows(*updateBlock_, id, "QV", "VID", true);
+    vectorRows(*updateBlock_, id, "QM", "MID", true);
+    vectorRows(*updateBlock_, id, "SV", "VID", false);
     return *updateBlock_;
 }
 
