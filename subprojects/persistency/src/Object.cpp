@@ -333,16 +333,18 @@ void Object::insertStuff(Persistency* persistency, int offset) const {
     persistency->insert(stringVectors, offset);
 }
 
+// Vectors first: their update reads what the store holds of them, and a store that gathers the rows of a
+// transaction sends them before it reads, so the first node's reads come before anything is gathered.
 void Object::updateStuff(Persistency* persistency, int offset) const {
     const int id = static_cast<int>(id_) - offset;
-    persistency->update(id);
-    persistency->update(id, integers);
     persistency->update(id, integerVectors);
-    persistency->update(id, quantities);
     persistency->update(id, quantityVectors);
     persistency->update(id, quantityMatrices);
-    persistency->update(id, strings);
     persistency->update(id, stringVectors);
+    persistency->update(id);
+    persistency->update(id, integers);
+    persistency->update(id, quantities);
+    persistency->update(id, strings);
 }
 
 void Object::restoreQuantities(Persistency* persistency) {

@@ -5,19 +5,35 @@
 
 #include <libpq-fe.h>
 
+#include <algorithm>
+#include <cassert>
 #include <cstdlib>
+#include <memory>
 
 namespace {
 
+// Each statement that writes rows is run once for a whole batch of them: its parameters are arrays of one
+// element per row, typed by the driver. Rows of vectors and values are inserted in the order of the rows, so
+// that the IDs that the sequences give rise in that order. An update returns the ordinals of the rows that
+// found nothing to change; of rows that change the same row, the last one wins, as if run one by one.
 const SqlDialect postgres{
-    "INSERT INTO I(NID,TAG,DESCRIPTION,VALUE) VALUES($1,$2,$3,$4)",
-    "INSERT INTO Q(NID,TAG,DESCRIPTION,VALUE,UNIT,INPUT,OUTPUT) VALUES($1,$2,$3,$4,$5,$6,$7)",
-    "INSERT INTO S(NID,TAG,DESCRIPTION,VALUE) VALUES($1,$2,$3,$4)",
-    "INSERT INTO %s(NID,TAG,DESCRIPTION) VALUES($1,$2,$3)",
-    "INSERT INTO %s(NID,TAG,DESCRIPTION,UNIT,INPUT,OUTPUT) VALUES($1,$2,$3,$4,$5,$6)",
-    "INSERT INTO %sV (%s,VALUE) VALUES($1,$2)",
-    "UPDATE %s SET VALUE=$1 WHERE TAG=$2 AND NID=%d",
-    "UPDATE %sV SET VALUE=$1 WHERE ID=$2",
+    "INSERT INTO I(NID,TAG,DESCRIPTION,VALUE) SELECT * FROM unnest($1,$2,$3,$4)",
+    "INSERT INTO Q(NID,TAG,DESCRIPTION,VALUE,UNIT,INPUT,OUTPUT) SELECT * FROM unnest($1,$2,$3,$4,$5,$6,$7)",
+    "INSERT INTO S(NID,TAG,DESCRIPTION,VALUE) SELECT * FROM unnest($1,$2,$3,$4)",
+    "INSERT INTO %s(NID,TAG,DESCRIPTION) SELECT nid,tag,description FROM unnest($1,$2,$3) WITH ORDINALITY "
+    "AS r(nid,tag,description,n) ORDER BY n RETURNING ID",
+    "INSERT INTO %s(NID,TAG,DESCRIPTION,UNIT,INPUT,OUTPUT) SELECT nid,tag,description,unit,input,output "
+    "FROM unnest($1,$2,$3,$4,$5,$6) WITH ORDINALITY AS r(nid,tag,description,unit,input,output,n) ORDER BY n "
+    "RETURNING ID",
+    "INSERT INTO %sV (%s,VALUE) SELECT link,value FROM unnest($1,$2) WITH ORDINALITY AS r(link,value,n) ORDER BY n",
+    "WITH r AS (SELECT * FROM unnest($1,$2,$3) WITH ORDINALITY AS r(value,tag,nid,n)), "
+    "changed AS (UPDATE %s T SET VALUE=l.value FROM (SELECT DISTINCT ON (nid,tag) * FROM r ORDER BY nid,tag,n DESC) l "
+    "WHERE T.NID=l.nid AND T.TAG=l.tag::bpchar RETURNING l.nid,l.tag) "
+    "SELECT r.n FROM r LEFT JOIN changed USING (nid,tag) WHERE changed.nid IS NULL ORDER BY r.n",
+    "WITH r AS (SELECT * FROM unnest($1,$2) WITH ORDINALITY AS r(value,id,n)), "
+    "changed AS (UPDATE %sV T SET VALUE=l.value FROM (SELECT DISTINCT ON (id) * FROM r ORDER BY id,n DESC) l "
+    "WHERE T.ID=l.id RETURNING l.id) "
+    "SELECT r.n FROM r LEFT JOIN changed USING (id) WHERE changed.id IS NULL ORDER BY r.n",
     "SELECT ID, TRIM(UUID), TRIM(TAG), TRIM(DESCRIPTION), TRIM(TYPE), PARENT, ROOT, extract(epoch from CREATED_AT), "
     "extract(epoch from UPDATED_AT), RANGE FROM N WHERE ID >= %d AND ID < %d + (SELECT RANGE FROM N WHERE ID = %d) "
     "ORDER BY ID",
@@ -60,6 +76,32 @@ std::string parameterText(const SqlParameter& p) {
     return p.s;
 }
 
+// An element of an array literal; text in quotes, so that blanks, commas and braces stay in it.
+std::string arrayElement(const SqlParameter& p) {
+    if (p.kind != SqlParameter::text) return parameterText(p);
+    std::string element = "\"";
+    for (const char c : p.s) {
+        if (c == '"' || c == '\\') element += '\\';
+        element += c;
+    }
+    return element + '"';
+}
+
+// The server's array type of each kind of parameter, from its catalogue pg_type: int4[], float8[], text[], bool[].
+Oid arrayType(SqlParameter::Kind kind) {
+    switch (kind) {
+    case SqlParameter::integer:
+        return 1007;
+    case SqlParameter::real:
+        return 1022;
+    case SqlParameter::text:
+        return 1009;
+    case SqlParameter::boolean:
+        break;
+    }
+    return 1000;
+}
+
 int integerOf(const std::optional<std::string>& text) { return text ? std::atoi(text->c_str()) : 0; }
 
 } // namespace
@@ -68,41 +110,22 @@ ErrorPostgres::ErrorPostgres(const std::string& function, const std::string& tex
     addSection("Postgres database driver Error: " + text);
 }
 
-// A named statement, prepared once for a map and dropped with it: a connection lives for one operation.
+// A statement of the dialect whose runs go into the transaction's batch of that statement.
 class PostgresStatement : public SqlStatement {
 public:
-    PostgresStatement(PersistencyPostgres& db, std::string name, const std::string& sql, const std::string& context)
-        : db_(db), name_(std::move(name)), context_(context) {
-        db_.submit([&] { return PQsendPrepare(db_.connection_, name_.c_str(), sql.c_str(), 0, nullptr); },
-                   {context_, sql, {}, {}});
-    }
-    ~PostgresStatement() override {
-        const std::string sql = "DEALLOCATE \"" + name_ + "\"";
-        try {
-            db_.submit([&] { return PQsendQueryParams(db_.connection_, sql.c_str(), 0, nullptr, nullptr, nullptr, nullptr, 0); },
-                       {context_, sql, {}, {}});
-        } catch (const Error&) {
-            // The transaction has failed already and was rolled back, which drops the statement too.
-        }
-    }
+    PostgresStatement(PersistencyPostgres& db, PersistencyPostgres::Batch& batch) : db_(db), batch_(batch) {}
     void run(const std::vector<SqlParameter>& parameters, const std::string& noRowsError) override {
-        std::vector<std::string> texts;
-        texts.reserve(parameters.size());
-        for (const SqlParameter& p : parameters) texts.push_back(parameterText(p));
-        std::vector<const char*> values;
-        values.reserve(texts.size());
-        for (const std::string& t : texts) values.push_back(t.c_str());
-        db_.submit(
-            [&] {
-                return PQsendQueryPrepared(db_.connection_, name_.c_str(), static_cast<int>(values.size()), values.data(),
-                                           nullptr, nullptr, 0);
-            },
-            {context_, name_, noRowsError, {}});
+        db_.gather(batch_, parameters, noRowsError);
+    }
+    void runVector(const std::vector<SqlParameter>& parameters, SqlStatement& values,
+                   const std::vector<SqlParameter>& elements) override {
+        batch_.followUp.vectorValues.emplace_back(&static_cast<PostgresStatement&>(values).batch_, elements);
+        db_.gather(batch_, parameters);
     }
 
 private:
     PersistencyPostgres& db_;
-    std::string name_, context_;
+    PersistencyPostgres::Batch& batch_;
 };
 
 namespace {
@@ -136,11 +159,10 @@ PersistencyPostgres::~PersistencyPostgres() {
 }
 
 void PersistencyPostgres::abandonTransaction() {
+    batches_.clear();
     if (pipeline_) leavePipeline();
     if (depth_ == 0) return;
     PQclear(PQexec(connection_, "ROLLBACK"));
-    // Statements prepared in the pipeline before the failure outlive the rollback; their drops did not run.
-    PQclear(PQexec(connection_, "DEALLOCATE ALL"));
     depth_ = 0;
     allocationLocked_ = false;
 }
@@ -249,11 +271,9 @@ void PersistencyPostgres::synchronize() {
             if (status != PGRES_COMMAND_OK && status != PGRES_TUPLES_OK) {
                 context = p.context;
                 failure = failureText(result, p.sql);
-            } else if (!p.noRowsError.empty() && std::atoi(PQcmdTuples(result)) == 0) {
-                context = p.context;
-                failure = p.noRowsError;
             } else if (p.onResult) {
-                p.onResult(result);
+                failure = p.onResult(result);
+                if (!failure.empty()) context = p.context;
             }
         }
         PQclear(result);
@@ -270,42 +290,134 @@ void PersistencyPostgres::synchronize() {
 }
 
 void PersistencyPostgres::execute(const std::string& sql, const std::string& context) {
+    sendBatches();
     submit([&] { return PQsendQueryParams(connection_, sql.c_str(), 0, nullptr, nullptr, nullptr, nullptr, 0); },
-           {context, sql, {}, {}});
+           {context, sql, {}});
 }
 
 SqlRows PersistencyPostgres::query(const std::string& sql, const std::string& context) {
+    sendBatches();
     SqlRows rows;
     submit([&] { return PQsendQueryParams(connection_, sql.c_str(), 0, nullptr, nullptr, nullptr, nullptr, 0); },
-           {context, sql, {}, [&rows](pg_result* result) {
+           {context, sql, [&rows](pg_result* result) {
                 rows.resize(PQntuples(result));
                 const int columns = PQnfields(result);
                 for (int r = 0; r < static_cast<int>(rows.size()); ++r)
                     for (int c = 0; c < columns; ++c)
                         rows[r].push_back(PQgetisnull(result, r, c) ? std::nullopt
                                                                      : std::optional<std::string>(PQgetvalue(result, r, c)));
+                return std::string();
             }});
     if (pipeline_) synchronize(); // the rows are wanted now
     return rows;
 }
 
-std::unique_ptr<SqlStatement> PersistencyPostgres::prepare(const std::string& name, const std::string& sql,
-                                                           const std::string& context) {
-    return std::make_unique<PostgresStatement>(*this, name, sql, "PersistencyPostgres::" + context);
+std::unique_ptr<SqlStatement> PersistencyPostgres::prepare(const std::string& sql, const std::string& context) {
+    return std::make_unique<PostgresStatement>(*this, batch(sql, "PersistencyPostgres::" + context));
 }
 
-int PersistencyPostgres::lastVectorId(const std::string& table) {
-    return integerOf(query(sqlFormat("SELECT CURRVAL('%s_ID_SEQ')", table.c_str()), __PRETTY_FUNCTION__)[0][0]);
+PersistencyPostgres::Batch& PersistencyPostgres::batch(const std::string& sql, const std::string& context, bool ofNodes) {
+    for (Batch& b : batches_)
+        if (b.sql == sql) return b;
+    Batch& made = ofNodes ? batches_.emplace_front() : batches_.emplace_back();
+    made.sql = sql;
+    made.context = context;
+    return made;
+}
+
+void PersistencyPostgres::gather(Batch& batch, const std::vector<SqlParameter>& parameters, const std::string& noRowsError) {
+    append(batch, parameters, noRowsError);
+    if (!pipeline_) sendBatches();
+}
+
+void PersistencyPostgres::append(Batch& batch, const std::vector<SqlParameter>& parameters, const std::string& noRowsError) {
+    if (batch.rows == 0) {
+        batch.kinds.clear();
+        batch.arrays.clear();
+        for (const SqlParameter& p : parameters) {
+            batch.kinds.push_back(p.kind);
+            batch.arrays.push_back("{" + arrayElement(p));
+        }
+    } else {
+        for (std::size_t i = 0; i < parameters.size(); ++i) (batch.arrays[i] += ',') += arrayElement(parameters[i]);
+    }
+    // The errors of the rows are kept from the first row that has one on, the earlier ones empty.
+    std::vector<std::string>& errors = batch.followUp.noRowsErrors;
+    if (!noRowsError.empty() || !errors.empty()) {
+        errors.resize(batch.rows);
+        errors.push_back(noRowsError);
+    }
+    ++batch.rows;
+}
+
+void PersistencyPostgres::sendBatches() {
+    for (bool awaitingIds = true; awaitingIds;) {
+        awaitingIds = false;
+        for (Batch& b : batches_) {
+            if (b.rows == 0) continue;
+            awaitingIds = awaitingIds || !b.followUp.vectorValues.empty();
+            send(b);
+        }
+        // The values of new vectors are gathered from the reply that gives the vectors' IDs.
+        if (awaitingIds) synchronize();
+    }
+}
+
+void PersistencyPostgres::send(Batch& batch) {
+    std::vector<const char*> values;
+    std::vector<Oid> types;
+    for (std::size_t i = 0; i < batch.arrays.size(); ++i) {
+        batch.arrays[i] += '}';
+        values.push_back(batch.arrays[i].c_str());
+        types.push_back(arrayType(batch.kinds[i]));
+    }
+    auto followUp = std::make_shared<BatchFollowUp>(std::move(batch.followUp));
+    batch.followUp = BatchFollowUp();
+    batch.rows = 0;
+    submit(
+        [&] {
+            return PQsendQueryParams(connection_, batch.sql.c_str(), static_cast<int>(values.size()), types.data(),
+                                     values.data(), nullptr, nullptr, 0);
+        },
+        {batch.context, batch.sql, [this, followUp](pg_result* result) { return this->followUp(result, *followUp); }});
+}
+
+std::string PersistencyPostgres::followUp(pg_result* result, const BatchFollowUp& followUp) {
+    const int rows = PQntuples(result);
+    if (!followUp.noRowsErrors.empty()) {
+        for (int r = 0; r < rows; ++r) { // the ordinals, ascending, of rows that changed nothing
+            const std::string& error = followUp.noRowsErrors.at(std::atoi(PQgetvalue(result, r, 0)) - 1);
+            if (!error.empty()) return error;
+        }
+    }
+    if (!followUp.vectorValues.empty()) {
+        std::vector<int> ids;
+        for (int r = 0; r < rows; ++r) ids.push_back(std::atoi(PQgetvalue(result, r, 0)));
+        std::sort(ids.begin(), ids.end()); // the k-th smallest is the k-th row's, as they were inserted in order
+        assert(ids.size() == followUp.vectorValues.size());
+        for (std::size_t k = 0; k < ids.size(); ++k)
+            for (const SqlParameter& element : followUp.vectorValues[k].second)
+                append(*followUp.vectorValues[k].first, {SqlParameter::of(ids[k]), element}, std::string());
+    }
+    // now() is the start of the transaction, the same in every row.
+    if (rows > 0)
+        for (Node* node : followUp.stamped) node->setUpdatedAt(std::strtod(PQgetvalue(result, 0, 0), nullptr));
+    return std::string();
 }
 
 void PersistencyPostgres::begin() {
     if (!PQenterPipelineMode(connection_)) fail(__PRETTY_FUNCTION__, PQerrorMessage(connection_));
     pipeline_ = true;
     allocationLocked_ = false;
+    batches_.clear();
     execute("BEGIN", __PRETTY_FUNCTION__);
 }
 
 void PersistencyPostgres::commit() {
+    // A reply can fail the transaction without the server's knowing (a row to update that is missing), so
+    // every reply is read before COMMIT goes out.
+    sendBatches();
+    if (!pending_.empty()) synchronize();
     execute("COMMIT", __PRETTY_FUNCTION__);
     synchronize();
     leavePipeline();
@@ -362,19 +474,18 @@ void PersistencyPostgres::remove(int id, const std::string& table) {
 
 int PersistencyPostgres::insertObject(Node& node, int offset) {
     const int id = static_cast<int>(node.id()) - offset;
-    const std::string sql = sqlFormat(
-        "INSERT INTO N (ID, TAG, DESCRIPTION, TYPE, FULLTAG, UUID, CREATED_AT, UPDATED_AT, PARENT, ROOT, RANGE) "
-        "VALUES (%d, '%s','%s','%s', '%s', '%s', to_timestamp(%10f), now(), %d, %d, %d) RETURNING extract(epoch from "
-        "UPDATED_AT)",
-        id, escape(node.tag()).c_str(), escape(node.description()).c_str(), escape(node.type()).c_str(),
-        escape(node.fullTag()).c_str(), escape(node.uuid()).c_str(), node.createdAt(),
-        static_cast<int>(node.parentNode()->id()) - offset, static_cast<int>(node.rootId()) - offset,
-        static_cast<int>(node.range()));
-    Node* stamped = &node;
-    submit([&] { return PQsendQueryParams(connection_, sql.c_str(), 0, nullptr, nullptr, nullptr, nullptr, 0); },
-           {__PRETTY_FUNCTION__, sql, {}, [stamped](pg_result* result) {
-                if (PQntuples(result) == 1) stamped->setUpdatedAt(std::strtod(PQgetvalue(result, 0, 0), nullptr));
-            }});
+    Batch& nodes = batch("INSERT INTO N (ID, TAG, DESCRIPTION, TYPE, FULLTAG, UUID, CREATED_AT, UPDATED_AT, PARENT, "
+                         "ROOT, RANGE) SELECT id, tag, description, type, fulltag, uuid, to_timestamp(created), now(), "
+                         "parent, root, range FROM unnest($1,$2,$3,$4,$5,$6,$7,$8,$9,$10) "
+                         "AS r(id, tag, description, type, fulltag, uuid, created, parent, root, range) "
+                         "RETURNING extract(epoch from UPDATED_AT)",
+                         __PRETTY_FUNCTION__, true);
+    nodes.followUp.stamped.push_back(&node);
+    gather(nodes, {SqlParameter::of(id), SqlParameter::of(node.tag()), SqlParameter::of(node.description()),
+                   SqlParameter::of(node.type()), SqlParameter::of(node.fullTag()), SqlParameter::of(node.uuid()),
+                   SqlParameter::of(node.createdAt()), SqlParameter::of(static_cast<int>(node.parentNode()->id()) - offset),
+                   SqlParameter::of(static_cast<int>(node.rootId()) - offset),
+                   SqlParameter::of(static_cast<int>(node.range()))});
     return id;
 }
 
@@ -391,7 +502,7 @@ void PersistencyPostgres::retrieveObject(const std::string& uuid, int& id, std::
 
 void PersistencyPostgres::update(int id) {
     push_transaction();
-    execute(sqlFormat("UPDATE N SET UPDATED_AT=now() WHERE ID=%d", id), __PRETTY_FUNCTION__);
+    gather(batch("UPDATE N SET UPDATED_AT=now() WHERE ID = ANY($1)", __PRETTY_FUNCTION__), {SqlParameter::of(id)});
     pop_transaction();
 }
 

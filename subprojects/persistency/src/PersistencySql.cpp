@@ -119,7 +119,14 @@ StoreBlock& PersistencySql::readBlock(int id) {
 }
 
 StoreBlock& PersistencySql::updateBlock(int id) {
-    if (!updateBlock_ || !updateBlock_->covers(id)) updateBlock_ = loadBlock(id);
+    if (updateBlock_ && updateBlock_->covers(id)) return *updateBlock_;
+    updateBlock_ = loadBlock(id);
+    // All tables of vectors at once, before the updates of the nodes after this one have gathered rows that a
+    // read would send first.
+    vectorRows(*updateBlock_, id, "IV", "VID", false);
+    vectorRows(*updateBlock_, id, "QV", "VID", true);
+    vectorRows(*updateBlock_, id, "QM", "MID", true);
+    vectorRows(*updateBlock_, id, "SV", "VID", false);
     return *updateBlock_;
 }
 
@@ -174,7 +181,7 @@ template <typename Item> int PersistencySql::ownerId(const Item& item, int offse
 void PersistencySql::insert(const IntegerMap& items, int offset) {
     if (items.empty()) return;
     push_transaction();
-    const auto statement = prepare("PinsertITBL", dialect_.insertI, "insert into I");
+    const auto statement = prepare(dialect_.insertI, "insert into I");
     for (const auto& [tag, item] : items)
         statement->run({SqlParameter::of(ownerId(*item, offset, "I")), SqlParameter::of(item->tag()),
                         SqlParameter::of(item->description()), SqlParameter::of(item->value())});
@@ -184,7 +191,7 @@ void PersistencySql::insert(const IntegerMap& items, int offset) {
 void PersistencySql::insert(const QuantityMap& items, int offset) {
     if (items.empty()) return;
     push_transaction();
-    const auto statement = prepare("PinsertQTBL", dialect_.insertQ, "insert into Q");
+    const auto statement = prepare(dialect_.insertQ, "insert into Q");
     for (const auto& [tag, item] : items)
         statement->run({SqlParameter::of(ownerId(*item, offset, "Q")), SqlParameter::of(item->tag()),
                         SqlParameter::of(item->description()), SqlParameter::of(safeNumber(item->toDouble())),
@@ -196,7 +203,7 @@ void PersistencySql::insert(const QuantityMap& items, int offset) {
 void PersistencySql::insert(const StringMap& items, int offset) {
     if (items.empty()) return;
     push_transaction();
-    const auto statement = prepare("PinsertSTBL", dialect_.insertS, "insert into S");
+    const auto statement = prepare(dialect_.insertS, "insert into S");
     for (const auto& [tag, item] : items)
         statement->run({SqlParameter::of(ownerId(*item, offset, "S")), SqlParameter::of(item->tag()),
                         SqlParameter::of(item->description()), SqlParameter::of(item->value())});
@@ -252,10 +259,9 @@ template <typename Map, typename Parameter>
 void PersistencySql::updateScalars(int id, const Map& items, const char* table, Parameter parameter) {
     if (items.empty()) return;
     push_transaction();
-    const auto statement =
-        prepare("PupdateVTBL", sqlFormat(dialect_.updateScalar.c_str(), table, id), std::string("update ") + table);
+    const auto statement = prepare(sqlFormat(dialect_.updateScalar.c_str(), table), std::string("update ") + table);
     for (const auto& [tag, item] : items)
-        statement->run({parameter(*item), SqlParameter::of(item->tag())},
+        statement->run({parameter(*item), SqlParameter::of(item->tag()), SqlParameter::of(id)},
                        sqlFormat("Record %s not found!", item->tag().c_str()));
     pop_transaction();
 }
@@ -287,11 +293,9 @@ void PersistencySql::insertVectors(const Map& items, int offset, const char* tab
     push_transaction();
     updateBlock_.reset(); // the vectors it lists are no longer all
     const std::string context = std::string("insert into ") + table;
-    const auto vectors =
-        holdsQuantities<Map> ? prepare("PinsertQVTBL", sqlFormat(dialect_.insertQuantityVector.c_str(), table), context)
-                   : prepare("PinsertVTBL", sqlFormat(dialect_.insertVector.c_str(), table), context);
-    const auto values = prepare(holdsQuantities<Map> ? "PinsertQVVTBL" : "PinsertVVTBL",
-                                sqlFormat(dialect_.insertVectorValue.c_str(), table, link), context + "V");
+    const auto vectors = prepare(
+        sqlFormat((holdsQuantities<Map> ? dialect_.insertQuantityVector : dialect_.insertVector).c_str(), table), context);
+    const auto values = prepare(sqlFormat(dialect_.insertVectorValue.c_str(), table, link), context + "V");
     for (const auto& [tag, item] : items) {
         std::vector<SqlParameter> row{SqlParameter::of(ownerId(*item, offset, table)), SqlParameter::of(item->tag()),
                                       SqlParameter::of(item->description())};
@@ -301,9 +305,10 @@ void PersistencySql::insertVectors(const Map& items, int offset, const char* tab
             row.insert(row.end(), {SqlParameter::of(unitOfFirst(item->value())), SqlParameter::flag(input),
                                    SqlParameter::flag(output)});
         }
-        vectors->run(row);
-        const int vid = lastVectorId(table);
-        for (const auto& element : item->value()) values->run({SqlParameter::of(vid), parameter(element)});
+        std::vector<SqlParameter> elements;
+        elements.reserve(item->size());
+        for (const auto& element : item->value()) elements.push_back(parameter(element));
+        vectors->runVector(row, *values, elements);
     }
     pop_transaction();
 }
@@ -368,7 +373,7 @@ void PersistencySql::updateVectors(int id, const Map& items, const char* table, 
         TARVO_LOG(4) << "count_id = " << n << " vector size = " << item.size();
         if (n == item.size()) {
             if (!inPlace)
-                inPlace = prepare("PupdateVVTBL", sqlFormat(dialect_.updateVectorValue.c_str(), table), context + "V");
+                inPlace = prepare(sqlFormat(dialect_.updateVectorValue.c_str(), table), context + "V");
             // A row gone since the block was read (another kernel rewrote the vector) fails the transaction.
             for (std::size_t i = 0; i < n; ++i)
                 inPlace->run({parameter(item.value()[i]), SqlParameter::of(integerOf(first[i][3]))},
@@ -379,7 +384,7 @@ void PersistencySql::updateVectors(int id, const Map& items, const char* table, 
             if (!dialect_.lockVector.empty()) execute(sqlFormat(dialect_.lockVector.c_str(), table, vid), context);
             execute(sqlFormat(dialect_.deleteVectorValues.c_str(), table, link, vid), context + "V");
             if (!values)
-                values = prepare("PinsertVVTBL", sqlFormat(dialect_.insertVectorValue.c_str(), table, link), context + "V");
+                values = prepare(sqlFormat(dialect_.insertVectorValue.c_str(), table, link), context + "V");
             for (const auto& element : item.value()) values->run({SqlParameter::of(vid), parameter(element)});
             rewritten = true;
         }

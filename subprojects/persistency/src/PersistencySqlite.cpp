@@ -16,7 +16,7 @@ const SqlDialect sqlite{
     "INSERT INTO %s(NID, TAG, DESCRIPTION) values(?, ?, ?)",
     "INSERT INTO %s(NID, TAG, DESCRIPTION, UNIT, INPUT, OUTPUT) values(?, ?, ?, ?, ?, ?)",
     "INSERT INTO %sV (%s,VALUE) values(?, ?)",
-    "UPDATE %s SET VALUE=? WHERE TAG=? AND NID=%d",
+    "UPDATE %s SET VALUE=? WHERE TAG=? AND NID=?",
     "UPDATE %sV SET VALUE=? WHERE ID=?",
     "select ID, UUID, TAG, DESCRIPTION, TYPE, PARENT, ROOT, strftime('%%s', CREATED_AT), strftime('%%s', UPDATED_AT), "
     "RANGE from N where ID >= %d and ID < %d + (select RANGE from N where ID = %d) order by ID",
@@ -207,6 +207,12 @@ public:
             db_.fail("PersistencySqlite::insert", "can't execute statement for table " + table_);
         if (!noRowsError.empty() && sqlite3_changes(db_.db_) == 0) db_.fail("PersistencySqlite::update", noRowsError);
     }
+    void runVector(const std::vector<SqlParameter>& parameters, SqlStatement& values,
+                   const std::vector<SqlParameter>& elements) override {
+        run(parameters, std::string());
+        const SqlParameter vid = SqlParameter::of(static_cast<int>(sqlite3_last_insert_rowid(db_.db_)));
+        for (const SqlParameter& element : elements) values.run({vid, element});
+    }
 
 private:
     PersistencySqlite& db_;
@@ -281,12 +287,9 @@ SqlRows PersistencySqlite::query(const std::string& sql, const std::string& cont
     return rows;
 }
 
-std::unique_ptr<SqlStatement> PersistencySqlite::prepare(const std::string&, const std::string& sql,
-                                                         const std::string& context) {
+std::unique_ptr<SqlStatement> PersistencySqlite::prepare(const std::string& sql, const std::string& context) {
     return std::make_unique<SqliteStatement>(*this, sql, context.substr(context.rfind(' ') + 1));
 }
-
-int PersistencySqlite::lastVectorId(const std::string&) { return static_cast<int>(sqlite3_last_insert_rowid(db_)); }
 
 void PersistencySqlite::begin() { execute("begin exclusive transaction", "can't begin transaction"); }
 

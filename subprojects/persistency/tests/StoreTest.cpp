@@ -209,18 +209,49 @@ TEST_F(Store, UndefinedNumbersReadBackAsThemselves) {
     EXPECT_EQ(updated.x[0].toDouble(), -inf);
 }
 
-TEST_F(Store, UpdateOfMissingRowsNamesTheTag) {
+// A row gone from the store fails the whole update, which names its tag and writes nothing of the tree.
+TEST_F(Store, UpdateOfMissingRowsNamesTheTagAndChangesNothing) {
     std::unique_ptr<Plant> plant(newPlant());
-    plant->insert(&store_);
-    store_.purge("Q", 0);
+    const int id = plant->insert(&store_);
+    const int section = static_cast<int>(plant->at("S01").id()) - plant->at("S01").offset();
+    database_.execute("DELETE FROM Q WHERE NID = " + std::to_string(section) + " AND TAG = 'T'");
+    plant->n = 12;
+    plant->Q("COND.P") = Value(2.5, "bar");
+    plant->Q("S01:Tphase.T") = Value(350.0, "K");
     try {
         plant->update(&store_);
         FAIL() << "no error";
     } catch (const ErrorPostgres& e) {
-        EXPECT_NE(e.message().find("Postgres database driver Error: Record A[1][1] not found!"), std::string::npos)
+        EXPECT_NE(e.message().find("Postgres database driver Error: Record T not found!"), std::string::npos)
             << e.message();
         EXPECT_NE(e.message().find("Called from function: Node::update"), std::string::npos);
     }
+    std::unique_ptr<Node> back = retrieve(store_, id);
+    auto& stored = dynamic_cast<Plant&>(*back);
+    EXPECT_EQ(stored.n.value(), 4);
+    EXPECT_EQ(stored.Q("COND.P").toDouble(), 1e5);
+    EXPECT_EQ(stored.Q("S01:Tphase.T").toDouble(), 300.0);
+}
+
+// Rows go to the store one statement per table, not one per item: a tree of five nodes with items of every
+// kind, each vector element a row, takes as many statements as a tree of one node would.
+TEST_F(Store, InsertAndUpdateSendAStatementPerTable) {
+    std::unique_ptr<Plant> plant = filledPlant();
+    long before = store_.statements();
+    plant->insert(&store_);
+    // BEGIN, the allocation lock and getId, N, the three scalar and four vector tables, their values, COMMIT
+    EXPECT_LE(store_.statements() - before, 17);
+    plant->T = Value(450.0, "K");
+    plant->Q("S01:Tphase.P") = Value(2.0, "bar");
+    before = store_.statements();
+    plant->update(&store_);
+    // BEGIN, N and the four vector tables read once, N stamped, the three scalar tables and four of values, COMMIT
+    EXPECT_LE(store_.statements() - before, 15);
+    std::unique_ptr<Node> back = retrieve(store_, static_cast<int>(plant->id()) - plant->offset());
+    auto& stored = dynamic_cast<Plant&>(*back);
+    EXPECT_EQ(stored.T.toDouble(), 450.0);
+    EXPECT_EQ(stored.Q("S01:Tphase.P").toDouble(), 2e5);
+    EXPECT_EQ(stored.labels[1], "second");
 }
 
 TEST_F(Store, AnInsertThatFailsHalfWayLeavesNothingBehind) {

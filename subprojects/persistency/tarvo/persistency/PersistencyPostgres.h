@@ -4,6 +4,7 @@
 #include <tarvo/persistency/PersistencySql.h>
 #include <tarvo/utility/Error.h>
 
+#include <deque>
 #include <functional>
 
 struct pg_conn;
@@ -19,9 +20,11 @@ public:
 // The working store of the kernel: a PostgreSQL database reached through libpq. An object lives for one
 // operation. Those made from the kernel's configuration share one connection, opened by the first and kept
 // to the end of the process, so that a command pays for one connection however many operations it runs;
-// one made from a connection string of its own connects and disconnects with it. Inside a transaction statements
-// are pipelined: sent without waiting for each reply, which are read at the next query and at commit,
-// so that writing a case costs a few round trips instead of one per item.
+// one made from a connection string of its own connects and disconnects with it. Inside a transaction the rows
+// written through one statement of the dialect are gathered and sent as one statement whose parameters are
+// arrays, before anything else is sent and at the latest at commit; statements are pipelined, sent without
+// waiting for each reply, which are read at the next query and at commit. So writing a case costs a few
+// statements per table and a few round trips instead of one per item.
 class PersistencyPostgres : public PersistencySql {
 public:
     // Works on the process's connection to the server named in the kernel's configuration file, made now
@@ -56,9 +59,7 @@ public:
 protected:
     void execute(const std::string& sql, const std::string& context) override;
     SqlRows query(const std::string& sql, const std::string& context) override;
-    std::unique_ptr<SqlStatement> prepare(const std::string& name, const std::string& sql,
-                                          const std::string& context) override;
-    int lastVectorId(const std::string& table) override;
+    std::unique_ptr<SqlStatement> prepare(const std::string& sql, const std::string& context) override;
     void begin() override;
     void commit() override;
     void lockAllocation() override;
@@ -66,12 +67,30 @@ protected:
 
 private:
     friend class PostgresStatement;
-    // A statement sent and not yet answered, with what to do with its reply.
+    // A statement sent and not yet answered, with what to do with its reply: a failure text, or empty.
     struct Pending {
         std::string context;
         std::string sql;
-        std::string noRowsError;
-        std::function<void(pg_result*)> onResult;
+        std::function<std::string(pg_result*)> onResult;
+    };
+    struct Batch;
+    // What the reply to a batch settles, row by row.
+    struct BatchFollowUp {
+        // Where not empty, the row must change one: the statement returns the ordinals of those it changed.
+        std::vector<std::string> noRowsErrors;
+        // Of an insert into a table of vectors, which returns the new IDs: the batch of each row's values and
+        // the elements, gathered there once the IDs are known.
+        std::vector<std::pair<Batch*, std::vector<SqlParameter>>> vectorValues;
+        // Of an insert into N, which returns the update time: the nodes that take it.
+        std::vector<Node*> stamped;
+    };
+    // The rows of one statement gathered in a transaction: each parameter an array of one element per row.
+    struct Batch {
+        std::string sql, context;
+        std::vector<SqlParameter::Kind> kinds;
+        std::vector<std::string> arrays; // array literals without their closing brace
+        std::size_t rows = 0;
+        BatchFollowUp followUp;
     };
     using Sender = std::function<int()>; // sends one statement; libpq's status of the send
 
@@ -85,6 +104,16 @@ private:
     // A result whose status is no success: the message with the server's detail and position.
     std::string failureText(pg_result* result, const std::string& sql) const;
     void leavePipeline();
+    // The batch of `sql` in this transaction, made on first use; a batch of rows of N goes before all others,
+    // for every other row refers to its node.
+    Batch& batch(const std::string& sql, const std::string& context, bool ofNodes = false);
+    // Adds a row to the batch: sent with the others before the next statement, or now outside a transaction.
+    void gather(Batch& batch, const std::vector<SqlParameter>& parameters, const std::string& noRowsError = std::string());
+    void append(Batch& batch, const std::vector<SqlParameter>& parameters, const std::string& noRowsError);
+    // Sends every batch that holds rows, and then those that the replies fill.
+    void sendBatches();
+    void send(Batch& batch);
+    std::string followUp(pg_result* result, const BatchFollowUp& followUp);
     std::string escape(const std::string& text);
 
     pg_conn* connection_ = nullptr;
@@ -93,6 +122,7 @@ private:
     bool allocationLocked_ = false;
     bool pipeline_ = false;
     std::vector<Pending> pending_;
+    std::deque<Batch> batches_; // in the order in which they are sent
 };
 
 #endif

@@ -22,22 +22,28 @@ struct SqlParameter {
 };
 
 // A statement prepared once and run for every item of a map. A driver may send it on without waiting
-// for the reply: failures then surface at the next point where the driver reads from the database, at
-// the latest when the transaction commits.
+// for the reply, or gather the runs of a transaction and send them together as one statement: failures
+// then surface at the next point where the driver reads from the database, at the latest when the
+// transaction commits.
 class SqlStatement {
 public:
     virtual ~SqlStatement() = default;
     // Runs the statement; when `noRowsError` is not empty, a statement that changes no row fails with it.
     virtual void run(const std::vector<SqlParameter>& parameters, const std::string& noRowsError = std::string()) = 0;
+    // Runs an insert into a table of vectors, then `values` once for each element with the new row's ID and
+    // the element, so that the values of one vector get rising IDs in element order.
+    virtual void runVector(const std::vector<SqlParameter>& parameters, SqlStatement& values,
+                           const std::vector<SqlParameter>& elements) = 0;
 };
 
 // The statements in which the two stores' SQL differs.
 struct SqlDialect {
-    std::string insertI, insertQ, insertS; // prepared, with parameters NID, TAG, DESCRIPTION, VALUE [, UNIT, INPUT, OUTPUT]
+    // Each statement with parameters is run once per row: one item, or one element of a vector.
+    std::string insertI, insertQ, insertS; // parameters NID, TAG, DESCRIPTION, VALUE [, UNIT, INPUT, OUTPUT]
     std::string insertVector;              // "%s": table; parameters NID, TAG, DESCRIPTION
     std::string insertQuantityVector;      // "%s": table; parameters NID, TAG, DESCRIPTION, UNIT, INPUT, OUTPUT
     std::string insertVectorValue;         // "%s" "%s": table, link column; parameters link, VALUE
-    std::string updateScalar;              // "%s" "%d": table, NID; parameters VALUE, TAG
+    std::string updateScalar;              // "%s": table; parameters VALUE, TAG, NID
     std::string updateVectorValue;         // "%s": table; parameters VALUE, ID
     std::string selectBlock; // "%d" thrice: the block's rows of N; ID, UUID, TAG, DESCRIPTION, TYPE, PARENT, ROOT,
                              // CREATED_AT and UPDATED_AT in seconds, RANGE
@@ -101,10 +107,7 @@ protected:
     // Primitives of a driver. `context` names the operation for error messages.
     virtual void execute(const std::string& sql, const std::string& context) = 0;
     virtual SqlRows query(const std::string& sql, const std::string& context) = 0;
-    virtual std::unique_ptr<SqlStatement> prepare(const std::string& name, const std::string& sql,
-                                                  const std::string& context) = 0;
-    // The identifier of the row just inserted into the vector table `table`.
-    virtual int lastVectorId(const std::string& table) = 0;
+    virtual std::unique_ptr<SqlStatement> prepare(const std::string& sql, const std::string& context) = 0;
     virtual void begin() = 0;
     virtual void commit() = 0;
     // Called inside the transaction before identifiers are allocated, so that a driver can serialise

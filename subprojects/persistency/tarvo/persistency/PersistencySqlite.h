@@ -48,9 +48,7 @@ public:
 protected:
     void execute(const std::string& sql, const std::string& context) override;
     SqlRows query(const std::string& sql, const std::string& context) override;
-    std::unique_ptr<SqlStatement> prepare(const std::string& name, const std::string& sql,
-                                          const std::string& context) override;
-    int lastVectorId(const std::string& table) override;
+    std::unique_ptr<SqlStatement> prepare(const std::string& sql, const std::string& context) override;
     void begin() override;
     void commit() override;
     [[noreturn]] void fail(const std::string& context, const std::string& text) override;
