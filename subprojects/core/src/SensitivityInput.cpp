@@ -1,6 +1,7 @@
 #include <tarvo/core/NumberText.h>
 #include <tarvo/core/SensitivityInput.h>
 
+#include <algorithm>
 #include <ostream>
 
 using Tarvo::Core::jsonQuoted;
@@ -10,7 +11,14 @@ bool SensitivityInput::defined() const {
     if (type.empty() || id < 0 || startingRound < 0 || controlled.empty()) return false;
     for (const ControlledVariable& v : controlled)
         if (v.points < 1) return false;
-    return true;
+    return rounds() <= maximumRounds;
+}
+
+long long SensitivityInput::rounds() const {
+    long long product = 1;
+    // Each factor is at most 999, and the product stops growing once it passes the limit.
+    for (const ControlledVariable& v : controlled) product = std::min(product * std::max(v.points, 0), maximumRounds + 1);
+    return product;
 }
 
 void SensitivityInput::printJson(std::ostream& out) const {

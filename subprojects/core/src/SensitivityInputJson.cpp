@@ -23,6 +23,7 @@ SensitivityInputJson::SensitivityInputJson(const std::string& text) {
         controlled.emplace_back(in.text(v, "variable", where), in.text(v, "label", where), in.text(v, "unit", where),
                                 in.number(v, "start", where), in.number(v, "end", where), points);
     }
+    if (rounds() > maximumRounds) in.refuse("the grid of the controlled variables has more than 1000000 points");
     for (const Json::Value& v : in.objects(root, "monitored")) {
         const std::string where = "a monitored variable";
         in.checkKeys(v, {"variable", "label", "unit"}, {"variable"}, where);

@@ -75,4 +75,5 @@ void SensitivityInputXml::read_(const XmlTree& tree) {
     for (mxml_node_t* variable : childElements(controlledList, "variable")) controlled.push_back(controlledVariable(variable));
     for (mxml_node_t* variable : childElements(monitoredList, "variable"))
         monitored.push_back({variableTag(variable, "monitored"), attribute(variable, "label"), attribute(variable, "unit")});
+    if (rounds() > maximumRounds) refuse("the grid of the controlled variables has more than 1000000 points");
 }

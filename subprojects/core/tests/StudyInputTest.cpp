@@ -139,6 +139,11 @@ TEST(SensitivityInputJson, ReadsTheInputAndRefusesWhatIsNotOne) {
         {std::regex_replace(text, std::regex(",\"timeout\":1.5"), ""), "the input has no timeout"},
         {std::regex_replace(text, std::regex("\\{\"variable\":\"y\"\\}"), "3"), "a monitored variable is not a JSON object"},
         {text + "x", "Failed to parse sensitivity input: "},
+        // 101 points on each of three axes: 1030301 rounds.
+        {std::regex_replace(text, std::regex("\"points\":2\\}"),
+                            "\"points\":101},{\"variable\":\"a\",\"start\":0,\"end\":1,\"points\":101},"
+                            "{\"variable\":\"b\",\"start\":0,\"end\":1,\"points\":101}"),
+         "the grid of the controlled variables has more than 1000000 points"},
     };
     for (const auto& [input, message] : rows) EXPECT_NE(read(input).find(message), std::string::npos) << input;
 }

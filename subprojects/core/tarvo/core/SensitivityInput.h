@@ -13,8 +13,12 @@
 // the monitored variables.
 struct SensitivityInput {
     // A type, an id and a starting round from 0 up, and at least one controlled variable, none of them
-    // without points: a grid with an empty axis has no point to calculate.
+    // without points (a grid with an empty axis has no point to calculate), and no more than maximumRounds.
     bool defined() const;
+    // The points of the grid: the product of the points of the controlled variables.
+    long long rounds() const;
+    // The walk through the grid is made in memory, and a round is numbered by an int.
+    static constexpr long long maximumRounds = 1000000;
     // { "name": ..., "type": ..., "order": ..., "timeout": ..., "startinground": ..., "controlled": [...],
     // "monitored": [...] }
     void printJson(std::ostream& out) const;
