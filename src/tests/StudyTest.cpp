@@ -1,6 +1,8 @@
 // The studies as a user runs them on the membrane test bed: `sensitivity` and `homotopy` read their input
 // files in the working folder and work on a stored case. Each row of a sensitivity run is checked against a
 // case made and calculated on its own with that input; a homotopy's end against a direct calculation there.
+// The store settings of the test process take effect once in a process, so each test runs in one of its own,
+// as ctest runs them.
 #include "RunTarvo.h"
 #include "StoredCases.h"
 #include "TemporaryDatabase.h"
@@ -11,11 +13,14 @@
 #include <tarvo/user/Kernel.h>
 
 #include <gtest/gtest.h>
+#include <json/json.h>
 
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
+#include <iostream>
 #include <random>
 #include <regex>
 #include <sstream>
@@ -178,6 +183,7 @@ TEST_F(StudyTest, AKilledSensitivityRunLeavesWellFormedResultsOfItsRounds) {
     const auto span = std::chrono::steady_clock::now() - started;
     std::mt19937 random(30);
     std::uniform_int_distribution<long long> moment(0, span.count());
+    int midRun = 0;
     for (int trial = 0; trial < 8; ++trial) {
         SCOPED_TRACE(trial);
         std::remove(file("SensitivityResults.xml").c_str());
@@ -191,10 +197,12 @@ TEST_F(StudyTest, AKilledSensitivityRunLeavesWellFormedResultsOfItsRounds) {
         const TarvoRun lint = runProgram(program("xmllint"), {"--noout", "SensitivityResults.xml"}, folder_.path());
         EXPECT_EQ(lint.exitCode, 0) << lint.err;
         const std::vector<std::vector<double>> rows = rowsOf(readFile(file("SensitivityResults.xml")));
+        midRun += rows.size() < 40;
         EXPECT_GE(rows.size(), reported);
         EXPECT_LE(rows.size(), reported + 1);
         for (std::size_t r = 0; r < rows.size(); ++r) EXPECT_DOUBLE_EQ(rows[r].at(0), 10 + 30.0 / 39 * r) << r;
     }
+    std::cout << "killed with rounds to go " << midRun << " of 8" << std::endl;
 }
 
 // Inputs that are no study: each ends with its message and a negative code, and nothing is calculated.
@@ -287,4 +295,37 @@ TEST_F(StudyTest, HomotopyEndsStoredAtItsEnd) {
     EXPECT_EQ(failed.exitCode, 0) << failed.err;
     EXPECT_NE(failed.err.find("point 1 / 3: [FEED.P = 0] failed with "), std::string::npos) << failed.err;
     EXPECT_EQ(caseContents(database_, id), before);
+}
+
+// The library's JSON forms: a sensitivity run gives its rows as JSON, `set` puts the start of a homotopy
+// input into the case, and a text that is no input is refused with -84.
+TEST_F(StudyTest, JsonFormsOfTheFacade) {
+    const int id = calculatedBed();
+    const std::string previous = std::filesystem::current_path();
+    std::filesystem::current_path(folder_.path()); // the results files go to the working folder
+    Tarvo::User::Case c{Tarvo::User::Handle(id)};
+    int error = 1;
+    const std::string json = c.sensitivitySync(
+        R"({"type":"Test<Membrane12Rtsc>","id":0,"order":"","timeout":0,"startingRound":0,
+            "controlled":[{"variable":"GM.A","unit":"m2","start":20,"end":30,"points":2}],
+            "monitored":[{"variable":"GM.stageCut"}]})",
+        error);
+    EXPECT_EQ(error, 0);
+    Json::Value results;
+    std::istringstream(json) >> results;
+    const Json::Value& rows = results["results"]["result"];
+    ASSERT_EQ(rows.size(), 2u) << json;
+    EXPECT_EQ(rows[1]["controlled"]["variable"][0].asDouble(), 30.0);
+    EXPECT_EQ(rows[1]["errors"].asInt(), 0);
+    EXPECT_EQ(rowsOf(readFile("SensitivityResults.xml")).size(), 2u);
+
+    EXPECT_EQ(c.set(R"({"type":"T","id":0,"points":2,"controlled":[{"variable":"GM.A","start":25,"end":50}]})"), 0);
+    EXPECT_EQ(c.get("GM.A", error), 25.0);
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(c.homotopySync(R"({"type":"T","id":0,"points":2})"), -84);
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("Failed to parse homotopy input: the input has no controlled"),
+              std::string::npos);
+    c.sensitivitySync("{", error);
+    EXPECT_EQ(error, -84);
+    std::filesystem::current_path(previous);
 }

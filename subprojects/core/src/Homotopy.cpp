@@ -41,6 +41,7 @@ void Homotopy::execute() {
     for (int point = 0; point < input_.points; ++point) {
         const std::string settings = setPoint_(point);
         TARVO_LOG(1) << "Performing point " << point << " / " << input_.points << " " << settings;
+        const auto pointStart = std::chrono::steady_clock::now();
         model_->resetErrors();
         // An error that the calculation throws fails the point, as errors in the model's lists do.
         int thrown = 0;
@@ -52,9 +53,12 @@ void Homotopy::execute() {
             std::cerr << e.message() << std::endl;
             thrown = 1;
         }
-        const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+        const auto now = std::chrono::steady_clock::now();
+        // The log counts from the start of the run, the progress line the point alone.
+        const double seconds = std::chrono::duration<double>(now - start).count();
         const int errors = static_cast<int>(model_->errorList().size()) + thrown;
-        Tarvo::Core::printProgress(std::cerr, "point", point + 1, input_.points, settings, errors, seconds);
+        Tarvo::Core::printProgress(std::cerr, "point", point + 1, input_.points, settings, errors,
+                                   std::chrono::duration<double>(now - pointStart).count());
         if (errors > 0) {
             if (Tarvo::Utility::logPasses(verbosityFile + verbosityInstance(), 1)) {
                 std::string list;

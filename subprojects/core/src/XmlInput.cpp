@@ -19,22 +19,21 @@ std::string trimmed(const std::string& text) {
 
 } // namespace
 
-XmlTree::XmlTree(const std::string& file, bool& opened) {
+// The document is read under a node of our own, which holds every node that the parser makes: a text that
+// fails half way leaves nodes that the parser does not free, and deleting this node frees them.
+XmlTree::XmlTree(const std::string& file, bool& opened) : root_(mxmlNewElement(MXML_NO_PARENT, "document")) {
     const std::unique_ptr<FILE, int (*)(FILE*)> in(std::fopen(file.c_str(), "r"), &std::fclose);
     opened = in != nullptr;
-    if (opened) root_ = mxmlLoadFile(nullptr, in.get(), MXML_OPAQUE_CALLBACK);
+    parsed_ = opened && mxmlLoadFile(root_, in.get(), MXML_OPAQUE_CALLBACK) != nullptr;
 }
 
-XmlTree::XmlTree(const XmlText& text) { root_ = mxmlLoadString(nullptr, text.text.c_str(), MXML_OPAQUE_CALLBACK); }
-
-XmlTree::~XmlTree() {
-    if (root_) mxmlDelete(root_);
+XmlTree::XmlTree(const XmlText& text) : root_(mxmlNewElement(MXML_NO_PARENT, "document")) {
+    parsed_ = mxmlLoadString(root_, text.text.c_str(), MXML_OPAQUE_CALLBACK) != nullptr;
 }
+
+XmlTree::~XmlTree() { mxmlDelete(root_); }
 
 mxml_node_t* findElement(mxml_node_t* node, const char* name) {
-    // The search begins below `node`; the root itself may be the element.
-    const char* own = mxmlGetElement(node);
-    if (own && std::string(own) == name) return node;
     return mxmlFindElement(node, node, name, nullptr, nullptr, MXML_DESCEND);
 }
 

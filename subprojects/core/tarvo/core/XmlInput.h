@@ -18,16 +18,18 @@ struct XmlText {
 // blanks reads as it was written.
 class XmlTree {
 public:
-    // `opened` tells whether the file could be opened; root() is null when it could not be read or parsed.
+    // `opened` tells whether the file could be opened; root() is null when it could not be read or parsed,
+    // else the node above the document's elements.
     XmlTree(const std::string& file, bool& opened);
     explicit XmlTree(const XmlText& text);
     XmlTree(const XmlTree&) = delete;
     XmlTree& operator=(const XmlTree&) = delete;
     ~XmlTree();
-    mxml_node_t* root() const { return root_; }
+    mxml_node_t* root() const { return parsed_ ? root_ : nullptr; }
 
 private:
-    mxml_node_t* root_ = nullptr;
+    mxml_node_t* root_;
+    bool parsed_ = false;
 };
 
 // The first element `name` anywhere under `node`, or null.
