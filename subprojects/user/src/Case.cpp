@@ -1,9 +1,15 @@
+#include <tarvo/core/Homotopy.h>
+#include <tarvo/core/HomotopyInputJson.h>
 #include <tarvo/core/Model.h>
 #include <tarvo/core/Report.h>
+#include <tarvo/core/Sensitivity.h>
+#include <tarvo/core/SensitivityInputJson.h>
 #include <tarvo/persistency/NodeFactory.h>
 #include <tarvo/persistency/PersistencyPostgres.h>
 #include <tarvo/persistency/PersistencySqlite.h>
 #include <tarvo/user/Case.h>
+#include <tarvo/user/ErrorInput.h>
+#include <tarvo/user/InputRange.h>
 #include <tarvo/user/Kernel.h>
 #include <tarvo/user/ResultCodes.h>
 #include <tarvo/utility/FunctionName.h>
@@ -12,6 +18,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <sstream>
 
 namespace Tarvo::User {
 
@@ -35,6 +42,18 @@ void recalculateLoudly(Model& model) {
     }
     Utility::setVerbosityGlobal(Utility::verbosityGlobal - 10);
     TARVO_LOG_STATIC(1) << rule80;
+}
+
+// A study would carry the quantity at `path` through `start` and `end` (in `unit`, or in SI when it is
+// empty), and all values between them; one that no state can have is refused before anything is calculated.
+void refuseImpossible(Model& model, const std::string& path, const std::string& unit, double start, double end) {
+    const Value& item = model.Q(path);
+    if (!unit.empty()) item.checkuom(unit);
+    for (double bound : {start, end}) {
+        const double si = unit.empty() ? bound : Value(bound, unit).toDouble();
+        const std::string refusal = inputRefusal(path, item, si);
+        if (!refusal.empty()) throw ErrorInput(TARVO_FUNCTION, refusal);
+    }
 }
 
 } // namespace
@@ -176,6 +195,68 @@ int Case::setDescription(const char* description) {
         model.update(&store);
         return success;
     });
+}
+
+int Case::set(const HomotopyInput& input) {
+    return guarded(TARVO_FUNCTION.c_str(), [&](Model& model) {
+        for (const HomotopyVariable& v : input.controlled) model.Q(v.fullTag).active() = v.start;
+        return success;
+    });
+}
+
+int Case::set(const std::string& json) {
+    return guarded(TARVO_FUNCTION.c_str(), [&](Model&) { return set(HomotopyInputJson(json)); });
+}
+
+SensitivityResult Case::sensitivitySync(const SensitivityInput& input, int& error) {
+    Sensitivity sensitivity(input, "SensitivityResults.xml");
+    error = guarded(TARVO_FUNCTION.c_str(), [&](Model& model) {
+        for (const ControlledVariable& v : input.controlled)
+            refuseImpossible(model, v.fullTag, v.unit, v.start, v.end);
+        TARVO_LOG_STATIC(1) << "Entering sensitivity mode";
+        sensitivity.attach(&model);
+        TARVO_LOG_STATIC(1) << "Launch sensitivity";
+        sensitivity.execute();
+        return success;
+    });
+    return sensitivity.result();
+}
+
+std::string Case::sensitivitySync(const std::string& json, int& error) {
+    SensitivityResult result;
+    error = guarded(TARVO_FUNCTION.c_str(), [&](Model&) {
+        int run = success;
+        result = sensitivitySync(SensitivityInputJson(json), run);
+        return run;
+    });
+    std::ostringstream out;
+    result.printJson(out);
+    return out.str();
+}
+
+int Case::homotopySync(const HomotopyInput& input) {
+    return guarded(TARVO_FUNCTION.c_str(), [&](Model& model) {
+        for (const HomotopyVariable& v : input.controlled) refuseImpossible(model, v.fullTag, "", v.start, v.end);
+        TARVO_LOG_STATIC(1) << "Entering homotopy mode";
+        Homotopy homotopy(input);
+        homotopy.attach(&model);
+        TARVO_LOG_STATIC(1) << "Launch homotopy";
+        homotopy.execute();
+        // After a first point that failed the model is back where the run began, which the store holds
+        // already; writing it would only add the messages of the failed calculation.
+        if (homotopy.goodPoints() == 0) return success;
+        TARVO_LOG_STATIC(1) << "Updating results to persistent storage";
+        {
+            PersistencyPostgres store;
+            model.update(&store);
+        }
+        TARVO_LOG_STATIC(1) << "Updated results to persistent storage";
+        return success;
+    });
+}
+
+int Case::homotopySync(const std::string& json) {
+    return guarded(TARVO_FUNCTION.c_str(), [&](Model&) { return homotopySync(HomotopyInputJson(json)); });
 }
 
 template <typename F> int Case::exportFile(const char* signature, const std::string& file, F write) const {

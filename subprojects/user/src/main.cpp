@@ -1,3 +1,6 @@
+#include <tarvo/core/HomotopyInputXml.h>
+#include <tarvo/core/ReplacedFile.h>
+#include <tarvo/core/SensitivityInputXml.h>
 #include <tarvo/user/Case.h>
 #include <tarvo/user/Cases.h>
 #include <tarvo/user/Catalogue.h>
@@ -52,12 +55,6 @@ struct Words {
                  "  xml id dir         : retrieve the object at id and recursively print all Q, S and I to xml "
                  "files in the directory dir\n";
     quit(-1);
-}
-
-// Operations whose machinery is not part of this build yet end here, with a negative code.
-[[noreturn]] void notAvailable(const Words& w) {
-    std::cerr << "Operation " << w.word(1) << " is not available in this build of the kernel\n";
-    quit(-2);
 }
 
 [[noreturn]] void printTypes(const Words&) {
@@ -159,6 +156,38 @@ Handle caseHandle(const Words& w) {
     quit(c.exportXml(w.word(3)));
 }
 
+// The input file of a study in the working directory; one that cannot be read is refused input.
+template <typename Input> Input studyInput(const char* file) {
+    try {
+        return Input(file);
+    } catch (Error& e) {
+        e.append(TARVO_FUNCTION);
+        std::cerr << e.message() << std::endl;
+        quit(invalidArgument);
+    }
+}
+
+// The results go to "SensitivityResults.xml" whatever the run's end, as far as it came.
+[[noreturn]] void sensitivity(const Words& w) {
+    const Handle handle = caseHandle(w);
+    const int id = handle.id();
+    Case c{handle};
+    const SensitivityInputXml input = studyInput<SensitivityInputXml>("SensitivityInput.xml");
+    int error = 0;
+    const SensitivityResult result = c.sensitivitySync(input, error);
+    if (!Core::replaceFile("SensitivityResults.xml", [&](std::ostream& out) { result.printXml(out); }))
+        std::cerr << "can not write to SensitivityResults.xml" << std::endl;
+    quit(error < 0 ? error : id);
+}
+
+[[noreturn]] void homotopy(const Words& w) {
+    const Handle handle = caseHandle(w);
+    const int id = handle.id();
+    Case c{handle};
+    const int result = c.homotopySync(studyInput<HomotopyInputXml>("Homotopy.xml"));
+    quit(result < 0 ? result : id);
+}
+
 struct Command {
     const char* literal;
     int minWords;
@@ -175,9 +204,9 @@ struct Command {
 // Tried in this order; a word matches a command when it begins with the command's literal.
 const Command commands[] = {
     {"calculate", 1, 2, calculate},          {"check", 1, 2, check},
-    {"duplicate", 1, 4, duplicateCase},      {"homotopy", 1, 2, notAvailable},
+    {"duplicate", 1, 4, duplicateCase},      {"homotopy", 1, 2, homotopy},
     {"new", 1, 5, newCase},                  {"purge", 1, 1, purgeStore, true},
-    {"remove", 2, 2, removeCase, true},      {"sensitivity", 1, 2, notAvailable},
+    {"remove", 2, 2, removeCase, true},      {"sensitivity", 1, 2, sensitivity},
     {"txt", 2, 3, textReport},               {"xml", 3, 3, xmlReport},
     {"enumerators", 1, 1, printEnumerators}, {"types", 1, 1, printTypes},
 };

@@ -1,6 +1,7 @@
 #ifndef TARVO_USER_CASE_H
 #define TARVO_USER_CASE_H
 
+#include <tarvo/core/SensitivityResult.h>
 #include <tarvo/user/Handle.h>
 
 #include <memory>
@@ -8,6 +9,8 @@
 #include <vector>
 
 class Model;
+struct HomotopyInput;
+struct SensitivityInput;
 
 namespace Tarvo::User {
 
@@ -42,6 +45,20 @@ public:
     // Renames the root item and writes the tree back; the row of the node keeps its tag.
     int setTag(const char* tag);
     int setDescription(const char* description);
+
+    // Assigns the start value of each variable of a homotopy input, in the units that its item holds; the
+    // JSON form reads the input first. Nothing is stored.
+    int set(const HomotopyInput& input);
+    int set(const std::string& json);
+    // A sensitivity run over the model, its results also in "SensitivityResults.xml" and the ".csv" and
+    // ".svg" files beside it; error 0, -81 or -84. The model is not stored. The JSON form takes the input
+    // as JSON and gives the results as JSON.
+    SensitivityResult sensitivitySync(const SensitivityInput& input, int& error);
+    std::string sensitivitySync(const std::string& json, int& error);
+    // A homotopy run over the model, which is then stored at its last good point; a run whose first point
+    // fails leaves the store as it was. 0, -81 or -84, also when a point failed.
+    int homotopySync(const HomotopyInput& input);
+    int homotopySync(const std::string& json);
 
     // The text report of the whole tree into `file`.
     int exportTxt(const std::string& file) const;
