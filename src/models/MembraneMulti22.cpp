@@ -117,6 +117,8 @@ void MembraneMulti22::pre(SolutionMode, int) {
             Stream& seed = *my_cast<Stream*>(&child("PERMEATE" + std::to_string(i) + "bis"), "MembraneMulti22");
             copyStream(seed, sweep);
             seed.P -= static_cast<double>(i - 1) * deltaPpermeate / static_cast<double>(n);
+            // As a restored cut: the steps of its enthalpy move its temperature.
+            seed.setFlash(enthalpyFlashMode(seed));
         }
     }
     for (int i = 1; i <= n; ++i) {
