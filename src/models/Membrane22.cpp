@@ -40,6 +40,9 @@ Membrane22::Membrane22(const Defaults& defaults, uint32_t id, Persistency* persi
         for (Quantity& q : *items) q.setOutput();
     // The solid between the sides is the membrane: it should carry next to no heat.
     for (Quantity& q : U) q = Value(0.01, "W/(m2*K)");
+    // The material that crosses enters a side at the solid's temperature, so an outlet may end right at it,
+    // where the logarithmic mean has no slope to follow; with next to no heat carried the plain mean does.
+    MTDoption = "linear";
     for (Quantity& q : transfer_().theta) {
         q.unsetInput();
         q.setOutput();

@@ -458,8 +458,9 @@ TEST_F(MembraneTest, OneCoCurrentStageIsTheSingleModuleWithTwoFeeds) {
     }
 }
 
-// A component that enters on neither side gets theta 0.5 and moves nothing. A feed without flow leaves only
-// the sweep's carbon dioxide to share, and no NaN.
+// A component that enters on neither side gets theta 0.5 and moves nothing. A sweep without flow leaves the
+// permeate side with the flux alone, a feed without flow only the sweep's carbon dioxide to share; neither
+// leaves a NaN.
 TEST_F(MembraneTest, TwoFeedModulesWithMissingComponentsOrFlows) {
     for (const std::string type : {"Test2<Membrane22Rtsc>", "Test2<Membrane22Linear>"}) {
         SCOPED_TRACE(type);
@@ -475,8 +476,8 @@ TEST_F(MembraneTest, TwoFeedModulesWithMissingComponentsOrFlows) {
         EXPECT_EQ(bed->Q("PERMEATE:Tphase.ndotcomps", 3).toDouble(), 0.0);
         expectModuleEquations(*bed, isLinear(type));
 
-        {
-            const char* empty = "FEED";
+        for (const char* empty : {"PERMEATESWEEP", "FEED"}) {
+            SCOPED_TRACE(empty);
             bed.reset(dynamic_cast<Model*>(NodeFactory::create(type, {"T1", ""}, 0, nullptr, nullptr, nullptr)));
             bed->setup();
             bed->Q(std::string(empty) + ":Tphase.ndot") = Value(0.0, "kmol/s");
