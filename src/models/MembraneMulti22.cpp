@@ -104,6 +104,8 @@ void MembraneMulti22::setup() {
     // the case they come back with it.
     if (counterflow_)
         for (int i = 2; i <= stages.value(); ++i) addCut("PERMEATE" + std::to_string(i));
+    // Its passes are the whole solve: tight enough that a case calculated again ends where it was.
+    if (counterflow_) seqTol = 1e-12;
 }
 
 void MembraneMulti22::pre(SolutionMode, int) {

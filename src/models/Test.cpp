@@ -52,6 +52,11 @@ int Test2::sequential() const {
     return std::max(5, module ? module->sequential() : 0);
 }
 
+bool Test2::simultaneousSupported() const {
+    const auto* module = dynamic_cast<const FlowSheet*>(&child("GM"));
+    return !module || module->simultaneousSupported();
+}
+
 void Test::setup() {
     TARVO_LOG(3) << "Calling FlowSheet::setup to initialize any embedded FlowSheet";
     FlowSheet::setup();

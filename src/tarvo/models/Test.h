@@ -42,6 +42,8 @@ public:
 
     // As many passes as the module inside wants, if it is a flowsheet.
     int sequential() const override;
+    // As the module inside, if it is a flowsheet: one that converges only by passes takes the bed with it.
+    bool simultaneousSupported() const override;
 };
 
 // The purity checks of a product: a fraction below 0 or above 1, beyond rounding, is an error of `model`.
