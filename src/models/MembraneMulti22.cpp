@@ -105,7 +105,7 @@ void MembraneMulti22::setup() {
     if (counterflow_)
         for (int i = 2; i <= stages.value(); ++i) addCut("PERMEATE" + std::to_string(i));
     // Its passes are the whole solve: tight enough that a case calculated again ends where it was.
-    if (counterflow_) seqTol = 1e-12;
+    if (counterflow_) seqTol = 1e-13;
 }
 
 void MembraneMulti22::pre(SolutionMode, int) {

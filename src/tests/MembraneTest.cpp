@@ -393,14 +393,34 @@ double expectModuleEquations(Model& bed, bool linear) {
     return worst;
 }
 
-const char* const twoFeedBeds[] = {"Test2<Membrane22Rtsc>", "Test2<Membrane22Linear>", "Test2<MembraneMulti22RtscCoflow>",
-                                   "Test2<MembraneMulti22LinearCoflow>"};
+const char* const twoFeedBeds[] = {"Test2<Membrane22Rtsc>",
+                                   "Test2<Membrane22Linear>",
+                                   "Test2<MembraneMulti22RtscCoflow>",
+                                   "Test2<MembraneMulti22RtscCounterflow>",
+                                   "Test2<MembraneMulti22LinearCoflow>",
+                                   "Test2<MembraneMulti22LinearCounterflow>"};
 
 bool isLinear(const std::string& type) {
     return type.find("Linear") != std::string::npos;
 }
 
 } // namespace
+
+// `new` of the type, then `calculate` of the case, in processes of their own; returns the case's id.
+std::string newAndCalculate(const std::string& configuration, const std::string& type, const std::string& options = "") {
+    const std::string folder = std::filesystem::current_path().string();
+    const auto run = [&](const std::vector<std::string>& words) {
+        return runProgram(TARVO_FIXTURE_EXECUTABLE, words, folder, {{"TARVO_TEST_CONFIGURATION", configuration}});
+    };
+    const TarvoRun created = run({"new", type, "bed", "", options});
+    EXPECT_EQ(created.exitCode, 0) << created.err;
+    const std::string id = created.idTxt.substr(0, created.idTxt.find('\n'));
+    const TarvoRun calculated = run({"calculate", id});
+    EXPECT_EQ(calculated.exitCode, 0) << calculated.err;
+    EXPECT_NE(calculated.out.find("Computation complete with 0 errors and 0 warnings"), std::string::npos)
+        << calculated.out;
+    return id;
+}
 
 // As a user runs them: `new` and `calculate` of each bed, read back from the store, satisfy the equations of
 // every module, with no error in the case.
@@ -411,14 +431,7 @@ TEST_F(MembraneTest, BedsWithTwoFeedsStoreResultsThatSatisfyTheModuleEquations) 
     Configuration::useKernelFile(configuration);
     for (const std::string type : twoFeedBeds) {
         SCOPED_TRACE(type);
-        const TarvoRun created = runProgram(TARVO_FIXTURE_EXECUTABLE, {"new", type}, folder_.string(),
-                                            {{"TARVO_TEST_CONFIGURATION", configuration}});
-        ASSERT_EQ(created.exitCode, 0) << created.err;
-        const std::string id = created.idTxt.substr(0, created.idTxt.find('\n'));
-        const TarvoRun calculated = runProgram(TARVO_FIXTURE_EXECUTABLE, {"calculate", id}, folder_.string(),
-                                               {{"TARVO_TEST_CONFIGURATION", configuration}});
-        ASSERT_EQ(calculated.exitCode, 0) << calculated.err;
-        EXPECT_NE(calculated.out.find("Computation complete with 0 errors"), std::string::npos) << calculated.out;
+        const std::string id = newAndCalculate(configuration, type);
         const Tarvo::User::Case stored{Tarvo::User::Handle(std::stoi(id))};
         ASSERT_NE(stored.model(), nullptr);
         Model& bed = *stored.model();
@@ -488,5 +501,43 @@ TEST_F(MembraneTest, TwoFeedModulesWithMissingComponentsOrFlows) {
             EXPECT_TRUE(bed->errorList().empty()) << bed->errorList().front();
             expectModuleEquations(*bed, isLinear(type));
         }
+    }
+}
+
+// A counter-current chain of 10 stages names its cuts itself, so that the case read back from the store has
+// them: calculated again from there, it ends where it was, and where the same chain calculated in memory from
+// the start ends, with the sequential passes that are its solve.
+TEST_F(MembraneTest, ACounterCurrentChainEndsAtOneResultFromANewAndAStoredCase) {
+    TemporaryDatabase database;
+    const std::string configuration = (folder_ / "TARVO.conf").string();
+    database.writeConfiguration(configuration);
+    Configuration::useKernelFile(configuration);
+    for (const std::string type : {"Test2<MembraneMulti22RtscCounterflow>", "Test2<MembraneMulti22LinearCounterflow>"}) {
+        SCOPED_TRACE(type);
+        const std::string id = newAndCalculate(configuration, type);
+        const auto results = [&] {
+            const Tarvo::User::Case stored{Tarvo::User::Handle(std::stoi(id))};
+            std::vector<double> r{stored.model()->Q("GM.stageCut").toDouble()};
+            for (int i = 0; i < NCOMPONENTS; ++i) r.push_back(stored.model()->Q("recovery", i).toDouble());
+            for (int k = 2; k <= 10; ++k)
+                EXPECT_TRUE(stored.model()->child("GM").hasChild("PERMEATE" + std::to_string(k) + "bis")) << k;
+            return r;
+        };
+        const std::vector<double> first = results();
+        const TarvoRun again = runProgram(TARVO_FIXTURE_EXECUTABLE, {"calculate", id}, folder_.string(),
+                                          {{"TARVO_TEST_CONFIGURATION", configuration}});
+        EXPECT_EQ(again.exitCode, 0) << again.err;
+        EXPECT_NE(again.out.find("Computation complete with 0 errors and 0 warnings"), std::string::npos) << again.out;
+        const std::vector<double> second = results();
+        auto fresh = calculated(type);
+        ASSERT_TRUE(fresh);
+        EXPECT_TRUE(fresh->errorList().empty());
+        std::vector<double> inMemory{fresh->Q("GM.stageCut").toDouble()};
+        for (int i = 0; i < NCOMPONENTS; ++i) inMemory.push_back(fresh->Q("recovery", i).toDouble());
+        for (std::size_t k = 0; k < first.size(); ++k) {
+            EXPECT_NEAR(second[k], first[k], 1e-8 * first[k]) << k;
+            EXPECT_NEAR(inMemory[k], first[k], 1e-8 * first[k]) << k;
+        }
+        expectModuleEquations(*fresh, isLinear(type));
     }
 }
