@@ -238,13 +238,9 @@ void MultiExchanger::solve_(int level) {
     const double lo = std::min(maxT.toDouble() - 1.0, minT.toDouble());
     const double hi = std::max(maxT.toDouble(), minT.toDouble() + 1.0);
     const bool ua = option.value() == "UA";
-    // Material that crosses between couples does so at Ts and can take the outlets, and with them the solid,
-    // beyond the inlets' range: there the solid's temperature is bounded only as any temperature is.
-    const bool transferring = !multiReactions.empty();
     if (ua) {
-        const bool inside = Ts.toDouble() > lo && Ts.toDouble() < hi;
-        if (pristine() || (!inside && !transferring)) Ts = Value(0.5 * (lo + hi), "K");
-        setScaler(0, transferring ? anyTemperature() : Scaler(ScalingMode::arctangentExclusive, lo, hi, 1.0, 10.0));
+        if (pristine() || !(Ts.toDouble() > lo && Ts.toDouble() < hi)) Ts = Value(0.5 * (lo + hi), "K");
+        setScaler(0, Scaler(ScalingMode::arctangentExclusive, lo, hi, 1.0, 10.0));
     } else {
         Ts = TsSet;
         setScaler(0, anyTemperature());
