@@ -12,8 +12,8 @@ using Tarvo::Persistency::Defaults;
 
 namespace {
 constexpr int verbosityFile = -1;
-// Passes of a counter-current chain for each of its stages: the sweep crosses the chain once a pass, and the
-// loops settle to the convergence test in about this many crossings.
+// The most passes of a counter-current chain for each of its stages: a pass carries the permeate back by one
+// stage, and 10 stages settle to the convergence test in about 6 passes each.
 constexpr int passesPerStage = 20;
 } // namespace
 
