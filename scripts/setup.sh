@@ -118,7 +118,8 @@ main_job() {
     mkdir -p "$run"
     cd "$run"
     say "main job in $run"
-    "$build/src/tarvo" new 'Test<Membrane12Rtsc>'
+    # The kernel's default case.
+    "$build/src/tarvo" new 'Test2<Membrane22Rtsc>'
     local id
     id=$(cat id.txt)
     [ "$id" -ge 0 ] || { echo "new failed with $id" >&2; exit 1; }
@@ -128,7 +129,7 @@ main_job() {
     "$build/src/tarvo" txt "$id" report
     mkdir -p xml
     "$build/src/tarvo" xml "$id" xml
-    say "case $id of Test<Membrane12Rtsc> calculated; read back from the store:"
+    say "case $id of Test2<Membrane22Rtsc> calculated; read back from the store:"
     grep -E '^(stageCut|recovery|purity)' report.txt
     say "reports in $run: report.txt, content.xml (pack with scripts/pack_ods.py), xml/, drawing $id.svg"
 }

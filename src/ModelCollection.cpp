@@ -1,6 +1,8 @@
 #include <tarvo/models/ICE.h>
 #include <tarvo/models/Membrane12.h>
+#include <tarvo/models/Membrane22.h>
 #include <tarvo/models/MembraneMulti12.h>
+#include <tarvo/models/MembraneMulti22.h>
 #include <tarvo/models/ModelCollection.h>
 #include <tarvo/models/Test.h>
 #include <tarvo/persistency/NodeFactory.h>
@@ -17,6 +19,12 @@ namespace Tarvo::Models {
 namespace {
 
 const std::string oneFeed = "One-inlet, two-outlets membrane module";
+const std::string twoFeeds = "Two-inlets, two-outlets membrane module";
+
+template <class Staged> void registerStaged(const std::string& type, const std::string& kind) {
+    NodeFactory::registerType<Staged>(type, twoFeeds + ", " + kind + ", multi-stage", "flowsheet", false,
+                                      {{"stages", "total number of stages", 10, 1, INT_MAX}}, {}, {}, "", 100, 40);
+}
 
 void registerMembranes() {
     NodeFactory::registerType<Membrane12Rtsc>(
@@ -24,6 +32,12 @@ void registerMembranes() {
         false, {}, {}, {}, "", 40, 40);
     NodeFactory::registerType<Membrane12Cstr>(
         "Membrane12Cstr", oneFeed + ", concentrated parameters, both compartments perfectly mixed (CSTR)", "unit",
+        false, {}, {}, {}, "", 40, 40);
+    NodeFactory::registerType<Membrane22Rtsc>(
+        "Membrane22Rtsc", twoFeeds + ", concentrated parameters, flux at the inlet compositions (RTSC)", "unit", false,
+        {}, {}, {}, "", 40, 40);
+    NodeFactory::registerType<Membrane22Linear>(
+        "Membrane22Linear", twoFeeds + ", concentrated parameters, flux at the linear average compositions", "unit",
         false, {}, {}, {}, "", 40, 40);
     NodeFactory::registerType<MembraneMulti12>(
         "MembraneMulti12", oneFeed + ", free flow, multi-stage", "flowsheet", false,
@@ -33,6 +47,11 @@ void registerMembranes() {
         NodeFactory::registerAlias("MembraneMulti12", std::string("MembraneMulti12<") + stage + ">",
                                    oneFeed + ", free flow, multi-stage, stages of type " + stage,
                                    Defaults().setString("typeV", stage), "", 100, 40);
+    registerStaged<MembraneMulti22RtscCoflow>("MembraneMulti22RtscCoflow", "RTSC, co-current");
+    registerStaged<MembraneMulti22RtscCounterflow>("MembraneMulti22RtscCounterflow", "RTSC, counter-current");
+    registerStaged<MembraneMulti22LinearCoflow>("MembraneMulti22LinearCoflow", "linear average, co-current");
+    registerStaged<MembraneMulti22LinearCounterflow>("MembraneMulti22LinearCounterflow",
+                                                     "linear average, counter-current");
 }
 
 void registerTestBeds() {
@@ -49,6 +68,24 @@ void registerTestBeds() {
          "Testbed for one inlet and two outlets, free flow, multi-stage CSTR membrane model"}};
     for (const auto& [type, description] : aliases)
         NodeFactory::registerAlias("Test", std::string("Test<") + type + ">", description,
+                                   Defaults().setString("typeT", type), "", 100, 100);
+    NodeFactory::registerType<Test2>("Test2", "Testing flowsheet for membrane models with two inlets and two outlets",
+                                     "flowsheet", true, {},
+                                     {{"typeT", "the type of the model to test", "Membrane22Rtsc", "MembraneType2"}},
+                                     {}, "", 100, 100);
+    const std::pair<const char*, const char*> aliases2[] = {
+        {"Membrane22Rtsc", "Testbed for two-feeds, two-products, RTSC, concentrated parameters membrane model"},
+        {"Membrane22Linear",
+         "Testbed for two-feeds, two-products, linear average, concentrated parameters membrane model"},
+        {"MembraneMulti22RtscCoflow", "Testbed for two-feeds, two-products, RTSC, co-current, multi-stage membrane model"},
+        {"MembraneMulti22RtscCounterflow",
+         "Testbed for two-feeds, two-products, RTSC, counter-current, multi-stage membrane model"},
+        {"MembraneMulti22LinearCoflow",
+         "Testbed for two-feeds, two-products, linear average, co-current, multi-stage membrane model"},
+        {"MembraneMulti22LinearCounterflow",
+         "Testbed for two-feeds, two-products, linear average, counter-current, multi-stage membrane model"}};
+    for (const auto& [type, description] : aliases2)
+        NodeFactory::registerAlias("Test2", std::string("Test2<") + type + ">", description,
                                    Defaults().setString("typeT", type), "", 100, 100);
 }
 
@@ -76,7 +113,7 @@ void registerModelCollection() {
     addTypeEnumerator("MembraneType1", oneFeed,
                       {"Membrane12Rtsc", "Membrane12Cstr", "MembraneMulti12<Membrane12Rtsc>",
                        "MembraneMulti12<Membrane12Cstr>"});
-    addTypeEnumerator("MembraneType2", "Two-inlets, two-outlets membrane module",
+    addTypeEnumerator("MembraneType2", twoFeeds,
                       {"Membrane22Rtsc", "Membrane22Linear", "MembraneMulti22RtscCoflow", "MembraneMulti22RtscCounterflow",
                        "MembraneMulti22LinearCoflow", "MembraneMulti22LinearCounterflow"});
     addTypeEnumerator("MembraneTypeCounterFlow", "Counter-flow membrane module",

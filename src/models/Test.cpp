@@ -2,6 +2,7 @@
 #include <tarvo/models/Test.h>
 #include <tarvo/utility/Log.h>
 
+#include <algorithm>
 #include <limits>
 
 using Tarvo::Persistency::Defaults;
@@ -16,9 +17,14 @@ void setInput(Value& q, const Value& value) {
 } // namespace
 
 Test::Test(const Defaults& defaults, uint32_t id, Persistency* persistency, Persistent* parent, Persistent* root)
+    : Test(defaults, id, persistency, parent, root, Feeds::one) {}
+
+Test::Test(const Defaults& defaults, uint32_t id, Persistency* persistency, Persistent* parent, Persistent* root,
+           Feeds feeds)
     : Model(defaults, id, persistency, parent, root), VertexBase(defaults, id, persistency, parent, root),
-      FlowSheet(defaults, id, persistency, parent, root) {
-    type = retrieveString(defaults, id, persistency, "typeT", "Membrane12Rtsc");
+      FlowSheet(defaults, id, persistency, parent, root), feeds_(feeds) {
+    const bool sweep = feeds_ == Feeds::two;
+    type = retrieveString(defaults, id, persistency, "typeT", sweep ? "Membrane22Rtsc" : "Membrane12Rtsc");
     addVariable(type);
     addComponentVariables(recovery, "recovery", "recovery", "", 0.0);
     addComponentVariables(purity, "purity", "purity", "", 0.0);
@@ -27,9 +33,28 @@ Test::Test(const Defaults& defaults, uint32_t id, Persistency* persistency, Pers
     // The options of the test bed reach its module: "stages" sets those of a multi-stage one.
     addUnit(type.value(), Defaults(defaults, "GM", "Gas membrane unit"));
     TARVO_LOG(3) << "Define stream objects and connect";
-    addStream("StreamVapor", Defaults("FEED", "Membrane feed"), "source", "out", "GM", "feed");
-    addStream("StreamVapor", Defaults("PERMEATE", "Permeate from membrane"), "GM", "permeate", "sink", "in");
-    addStream("StreamVapor", Defaults("RETENTATE", "Retentate from membrane"), "GM", "retentate", "sink", "in");
+    if (sweep) {
+        addStream("StreamVapor", Defaults("FEED", "Membrane main retentate feed"), "source", "out", "GM", "retein");
+        addStream("StreamVapor", Defaults("PERMEATESWEEP", "Membrane permate sweep feed"), "source", "out", "GM",
+                  "permin");
+    } else {
+        addStream("StreamVapor", Defaults("FEED", "Membrane feed"), "source", "out", "GM", "feed");
+    }
+    // Both kinds of module name their products alike: the permeate is out1 of one and out2 of the other.
+    addStream("StreamVapor", Defaults("PERMEATE", "Permeate from membrane"), "GM", sweep ? "permout" : "permeate",
+              "sink", "in");
+    addStream("StreamVapor", Defaults("RETENTATE", "Retentate from membrane"), "GM", sweep ? "reteout" : "retentate",
+              "sink", "in");
+}
+
+int Test2::sequential() const {
+    const auto* module = dynamic_cast<const FlowSheet*>(&child("GM"));
+    return std::max(5, module ? module->sequential() : 0);
+}
+
+bool Test2::simultaneousSupported() const {
+    const auto* module = dynamic_cast<const FlowSheet*>(&child("GM"));
+    return !module || module->simultaneousSupported();
 }
 
 void Test::setup() {
@@ -38,17 +63,26 @@ void Test::setup() {
     TARVO_LOG(3) << "Setting input variables";
     const double permeances[] = {100.0, 3.3333333333333335, 150.0, 2.0};
     for (int i = 0; i < 4; ++i) setInput(Q("GM.permeance", i), Value(permeances[i], "GPU"));
-    setInput(Q("GM.Ppermeate"), Value(1.2, "bar"));
+    // The permeate side of a module with a sweep is at the sweep's pressure.
+    const bool sweep = feeds_ == Feeds::two;
+    if (!sweep) setInput(Q("GM.Ppermeate"), Value(1.2, "bar"));
     setInput(Q("GM.A"), Value(20.0, "m2"));
     setInput(Q("GM.deltaPretentate"), Value(0.5, "bar"));
     TARVO_LOG(3) << "Setting output variables";
     setInput(Q("FEED.P"), Value(6.5, "bar"));
-    setInput(Q("FEED.T"), Value(333.15, "K"));
+    setInput(Q("FEED.T"), Value(sweep ? 343.15 : 333.15, "K"));
     S("FEED.flowoption") = "Nx";
     setInput(Q("FEED:Tphase.ndot"), Value(0.001, "kmol/s"));
     const std::pair<const char*, double> feed[] = {{"CH4", 0.6}, {"CO2", 0.34}, {"H2O", 0.058}, {"N2", 0.001},
                                                    {"O2", 0.001}};
     for (const auto& [component, x] : feed) setInput(Q("FEED:Tphase.x", component), Value(x));
+    if (!sweep) return;
+    setInput(Q("PERMEATESWEEP.P"), Value(1.2, "bar"));
+    setInput(Q("PERMEATESWEEP.T"), Value(333.15, "K"));
+    S("PERMEATESWEEP.flowoption") = "Nx";
+    setInput(Q("PERMEATESWEEP:Tphase.ndot"), Value(0.0001, "kmol/s"));
+    for (int i = 0; i < NCOMPONENTS; ++i)
+        setInput(Q("PERMEATESWEEP:Tphase.x", i), Value(components[i]->name == "CO2" ? 1.0 : 0.0));
 }
 
 void Test::makeUserEquations(std::list<Assignment*>::iterator& it) {
@@ -61,8 +95,11 @@ void Test::makeUserEquations(std::list<Assignment*>::iterator& it) {
 
 void Test::post(SolutionMode, int) {
     TARVO_LOG(3) << "Entered for " << tag();
+    const bool sweep = feeds_ == Feeds::two;
     for (int i = 0; i < NCOMPONENTS; ++i) {
-        recovery[i] = Q("RETENTATE:Tphase.ndotcomps", i) / Q("FEED:Tphase.ndotcomps", i);
+        const Value fed = sweep ? Q("FEED:Tphase.ndotcomps", i) + Q("PERMEATESWEEP:Tphase.ndotcomps", i)
+                                : Q("FEED:Tphase.ndotcomps", i);
+        recovery[i] = Q("RETENTATE:Tphase.ndotcomps", i) / fed;
         purity[i] = Q("RETENTATE:Tphase.x", i);
     }
     checkPurity(*this, purity);

@@ -18,7 +18,7 @@
 
 namespace {
 
-const std::string caseType = "Test<Membrane12Rtsc>";
+const std::string caseType = "Test2<Membrane22Rtsc>";
 constexpr int kernels = 16;
 constexpr int rounds = 3;
 

@@ -311,3 +311,233 @@ TEST_F(MembraneTest, AFeedOutsideTheRangeIsAnErrorOfTheFeed) {
     EXPECT_NE(std::find(errors.begin(), errors.end(), "pressure outside the range of 1e-05 Pa to 1e+10 Pa"),
               errors.end());
 }
+
+// ---- two feeds ---------------------------------------------------------------------------------------
+
+namespace {
+
+// The streams around one module of a bed with two feeds: what enters on the retentate and the permeate side,
+// and what leaves on each, as paths from the bed.
+struct Ports {
+    std::string module, retentateIn, permeateIn, retentateOut, permeateOut;
+};
+
+// The modules of a bed: GM itself, or the stages of a staged GM, co-current or counter-current.
+std::vector<Ports> modulesOf(Model& bed) {
+    Node& gm = bed.child("GM");
+    if (!gm.hasChild("GM1")) return {{"GM", "FEED", "PERMEATESWEEP", "RETENTATE", "PERMEATE"}};
+    const bool counter = gm.type().find("Counterflow") != std::string::npos;
+    int n = 0;
+    while (gm.hasChild("GM" + std::to_string(n + 1))) ++n;
+    std::vector<Ports> stages;
+    for (int k = 1; k <= n; ++k) {
+        const std::string s = std::to_string(k), in = "GM:";
+        const std::string permeateIn =
+            counter ? (k == n ? "PERMEATESWEEP" : "PERMEATE" + std::to_string(k + 1) + "bis")
+                    : (k == 1 ? "PERMEATESWEEP" : "PERMEATE" + std::to_string(k - 1));
+        stages.push_back({"GM:GM" + s, in + (k == 1 ? "FEED" : "RETENTATE" + std::to_string(k - 1)), in + permeateIn,
+                          in + "RETENTATE" + s, in + "PERMEATE" + s});
+    }
+    return stages;
+}
+
+// The share of each component that the transfer of the module at `path` ("GM", "GM:GM3") sends to the
+// permeate side.
+double theta(Node& bed, const std::string& path, int i) {
+    Node* node = &bed;
+    for (std::size_t at = 0, end = 0; end != std::string::npos; at = end + 1) {
+        end = path.find(':', at);
+        node = &node->child(path.substr(at, end - at));
+    }
+    return dynamic_cast<Object&>(node->child("multiReactions[0]")).Q("theta", i).toDouble();
+}
+
+// Checks each module of the bed against its equations, worked out here from its inlets and items: the
+// pressure ratio, the permeation factors, the share theta of each component that leaves on the permeate side
+// (at the inlet compositions, or at the mean of inlet and outlet with the estimated stage cut), and the
+// balances. Returns the largest relative difference of a permeate flow.
+double expectModuleEquations(Model& bed, bool linear) {
+    double worst = 0;
+    for (const Ports& p : modulesOf(bed)) {
+        SCOPED_TRACE(p.module);
+        const auto flow = [&](const std::string& s, int i) { return bed.Q(s + ":Tphase.ndotcomps", i).toDouble(); };
+        const auto total = [&](const std::string& s) { return bed.Q(s + ":Tphase.ndot").toDouble(); };
+        const double n0 = total(p.retentateIn), n1 = total(p.permeateIn), N = n0 + n1;
+        const double pr = bed.Q(p.retentateIn + ".P").toDouble() - bed.Q(p.module + ".deltaPretentate").toDouble() / 2;
+        const double pp = bed.Q(p.permeateIn + ".P").toDouble() - bed.Q(p.module + ".deltaPpermeate").toDouble() / 2;
+        const double delta = pr / pp, area = bed.Q(p.module + ".A").toDouble();
+        const double c = linear ? bed.Q(p.module + ".stageCutEst").toDouble() : 0;
+        double cut = 0;
+        for (int i = 0; i < NCOMPONENTS; ++i) {
+            const double a = flow(p.retentateIn, i), b = flow(p.permeateIn, i), l = (a + b) / N;
+            const double x0 = n0 > 0 ? a / n0 : 0, x1 = n1 > 0 ? b / n1 : 0;
+            const double f = bed.Q(p.module + ".permeance", i).toDouble() * area * pp / N;
+            double theta = 0.5;
+            if (a + b > 0 && linear)
+                theta = (l + (1 - c) * x0 - (1 - c) * x1 / delta + 2 * b * (1 - c) / (N * f * delta)) /
+                        (l * (1 + (1 - c) / delta * (2 / f + 1 / c)));
+            else if (a + b > 0)
+                theta = (b + N * f * (delta * x0 - x1)) / (a + b);
+            EXPECT_NEAR(::theta(bed, p.module, i), theta, 1e-12 * theta);
+            cut += l * theta;
+            const double permeated = flow(p.permeateOut, i), kept = flow(p.retentateOut, i);
+            EXPECT_NEAR(permeated, theta * (a + b), 1e-12 * N) << components[i]->name;
+            EXPECT_NEAR(permeated + kept, a + b, 1e-12 * (a + b)) << components[i]->name;
+            if (a + b > 0) worst = std::max(worst, std::fabs(permeated / (theta * (a + b)) - 1));
+        }
+        EXPECT_NEAR(bed.Q(p.module + ".stageCut").toDouble(), cut, 1e-12);
+        if (linear) {
+            EXPECT_NEAR(c, cut, 1e-8); // the estimate converged to the cut
+        }
+    }
+    return worst;
+}
+
+const char* const twoFeedBeds[] = {"Test2<Membrane22Rtsc>",
+                                   "Test2<Membrane22Linear>",
+                                   "Test2<MembraneMulti22RtscCoflow>",
+                                   "Test2<MembraneMulti22RtscCounterflow>",
+                                   "Test2<MembraneMulti22LinearCoflow>",
+                                   "Test2<MembraneMulti22LinearCounterflow>"};
+
+bool isLinear(const std::string& type) {
+    return type.find("Linear") != std::string::npos;
+}
+
+} // namespace
+
+// `new` of the type, then `calculate` of the case, in processes of their own; returns the case's id.
+std::string newAndCalculate(const std::string& configuration, const std::string& type, const std::string& options = "") {
+    const std::string folder = std::filesystem::current_path().string();
+    const auto run = [&](const std::vector<std::string>& words) {
+        return runProgram(TARVO_FIXTURE_EXECUTABLE, words, folder, {{"TARVO_TEST_CONFIGURATION", configuration}});
+    };
+    const TarvoRun created = run({"new", type, "bed", "", options});
+    EXPECT_EQ(created.exitCode, 0) << created.err;
+    const std::string id = created.idTxt.substr(0, created.idTxt.find('\n'));
+    const TarvoRun calculated = run({"calculate", id});
+    EXPECT_EQ(calculated.exitCode, 0) << calculated.err;
+    EXPECT_NE(calculated.out.find("Computation complete with 0 errors and 0 warnings"), std::string::npos)
+        << calculated.out;
+    return id;
+}
+
+// As a user runs them: `new` and `calculate` of each bed, read back from the store, satisfy the equations of
+// every module, with no error in the case.
+TEST_F(MembraneTest, BedsWithTwoFeedsStoreResultsThatSatisfyTheModuleEquations) {
+    TemporaryDatabase database;
+    const std::string configuration = (folder_ / "TARVO.conf").string();
+    database.writeConfiguration(configuration);
+    Configuration::useKernelFile(configuration);
+    for (const std::string type : twoFeedBeds) {
+        SCOPED_TRACE(type);
+        const std::string id = newAndCalculate(configuration, type);
+        const Tarvo::User::Case stored{Tarvo::User::Handle(std::stoi(id))};
+        ASSERT_NE(stored.model(), nullptr);
+        Model& bed = *stored.model();
+        expectModuleEquations(bed, isLinear(type));
+        // Over the bed: what enters on both sides leaves in the two products, and the recovery says how much
+        // of it stays on the retentate side.
+        for (int i = 0; i < NCOMPONENTS; ++i) {
+            const double in = bed.Q("FEED:Tphase.ndotcomps", i).toDouble() +
+                              bed.Q("PERMEATESWEEP:Tphase.ndotcomps", i).toDouble();
+            const double kept = bed.Q("RETENTATE:Tphase.ndotcomps", i).toDouble();
+            EXPECT_NEAR(kept + bed.Q("PERMEATE:Tphase.ndotcomps", i).toDouble(), in, 1e-12 * in);
+            EXPECT_NEAR(bed.Q("recovery", i).toDouble(), kept / in, 1e-12);
+        }
+    }
+}
+
+// One stage of a co-current chain is the single module.
+TEST_F(MembraneTest, OneCoCurrentStageIsTheSingleModuleWithTwoFeeds) {
+    const std::pair<const char*, const char*> pairs[] = {
+        {"Test2<Membrane22Rtsc>", "Test2<MembraneMulti22RtscCoflow>"},
+        {"Test2<Membrane22Linear>", "Test2<MembraneMulti22LinearCoflow>"}};
+    for (const auto& [single, staged] : pairs) {
+        SCOPED_TRACE(staged);
+        auto one = calculated(single);
+        auto chain = calculated(staged, Tarvo::Persistency::Defaults("T1", "test bed").setInteger("stages", 1));
+        ASSERT_TRUE(one && chain);
+        EXPECT_TRUE(chain->errorList().empty() && one->errorList().empty());
+        EXPECT_FALSE(chain->child("GM").hasChild("GM2"));
+        for (int i = 0; i < NCOMPONENTS; ++i) {
+            EXPECT_NEAR(chain->Q("recovery", i).toDouble(), one->Q("recovery", i).toDouble(), 1e-9);
+            EXPECT_NEAR(chain->Q("GM.outSplit", i).toDouble(), 1 - one->Q("recovery", i).toDouble(), 1e-9);
+        }
+        EXPECT_NEAR(chain->Q("GM.stageCut").toDouble(),
+                    one->Q("PERMEATE:Tphase.ndot").toDouble() /
+                        (one->Q("FEED:Tphase.ndot").toDouble() + one->Q("PERMEATESWEEP:Tphase.ndot").toDouble()),
+                    1e-9);
+    }
+}
+
+// A component that enters on neither side gets theta 0.5 and moves nothing. A sweep without flow leaves the
+// permeate side with the flux alone, a feed without flow only the sweep's carbon dioxide to share; neither
+// leaves a NaN.
+TEST_F(MembraneTest, TwoFeedModulesWithMissingComponentsOrFlows) {
+    for (const std::string type : {"Test2<Membrane22Rtsc>", "Test2<Membrane22Linear>"}) {
+        SCOPED_TRACE(type);
+        std::unique_ptr<Model> bed(
+            dynamic_cast<Model*>(NodeFactory::create(type, {"T1", ""}, 0, nullptr, nullptr, nullptr)));
+        bed->setup();
+        bed->Q("FEED:Tphase.x", 3) = Value(0.0); // no N2
+        bed->Q("FEED:Tphase.x", 1) = Value(0.601);
+        bed->initializeNonPersistents();
+        bed->calculate(0);
+        EXPECT_TRUE(bed->errorList().empty()) << bed->errorList().front();
+        EXPECT_EQ(theta(*bed, "GM", 3), 0.5);
+        EXPECT_EQ(bed->Q("PERMEATE:Tphase.ndotcomps", 3).toDouble(), 0.0);
+        expectModuleEquations(*bed, isLinear(type));
+
+        for (const char* empty : {"PERMEATESWEEP", "FEED"}) {
+            SCOPED_TRACE(empty);
+            bed.reset(dynamic_cast<Model*>(NodeFactory::create(type, {"T1", ""}, 0, nullptr, nullptr, nullptr)));
+            bed->setup();
+            bed->Q(std::string(empty) + ":Tphase.ndot") = Value(0.0, "kmol/s");
+            bed->initializeNonPersistents();
+            bed->calculate(0);
+            for (const char* q : {"GM.stageCut", "GM.Ts", "PERMEATE.T", "RETENTATE.T", "PERMEATE:Tphase.ndot"})
+                EXPECT_FALSE(std::isnan(bed->Q(q).toDouble())) << q;
+            EXPECT_TRUE(bed->errorList().empty()) << bed->errorList().front();
+            expectModuleEquations(*bed, isLinear(type));
+        }
+    }
+}
+
+// A counter-current chain of 10 stages names its cuts itself, so that the case read back from the store has
+// them: calculated again from there, it ends where it was, and where the same chain calculated in memory from
+// the start ends, with the sequential passes that are its solve.
+TEST_F(MembraneTest, ACounterCurrentChainEndsAtOneResultFromANewAndAStoredCase) {
+    TemporaryDatabase database;
+    const std::string configuration = (folder_ / "TARVO.conf").string();
+    database.writeConfiguration(configuration);
+    Configuration::useKernelFile(configuration);
+    for (const std::string type : {"Test2<MembraneMulti22RtscCounterflow>", "Test2<MembraneMulti22LinearCounterflow>"}) {
+        SCOPED_TRACE(type);
+        const std::string id = newAndCalculate(configuration, type);
+        const auto results = [&] {
+            const Tarvo::User::Case stored{Tarvo::User::Handle(std::stoi(id))};
+            std::vector<double> r{stored.model()->Q("GM.stageCut").toDouble()};
+            for (int i = 0; i < NCOMPONENTS; ++i) r.push_back(stored.model()->Q("recovery", i).toDouble());
+            for (int k = 2; k <= 10; ++k)
+                EXPECT_TRUE(stored.model()->child("GM").hasChild("PERMEATE" + std::to_string(k) + "bis")) << k;
+            return r;
+        };
+        const std::vector<double> first = results();
+        const TarvoRun again = runProgram(TARVO_FIXTURE_EXECUTABLE, {"calculate", id}, folder_.string(),
+                                          {{"TARVO_TEST_CONFIGURATION", configuration}});
+        EXPECT_EQ(again.exitCode, 0) << again.err;
+        EXPECT_NE(again.out.find("Computation complete with 0 errors and 0 warnings"), std::string::npos) << again.out;
+        const std::vector<double> second = results();
+        auto fresh = calculated(type);
+        ASSERT_TRUE(fresh);
+        EXPECT_TRUE(fresh->errorList().empty());
+        std::vector<double> inMemory{fresh->Q("GM.stageCut").toDouble()};
+        for (int i = 0; i < NCOMPONENTS; ++i) inMemory.push_back(fresh->Q("recovery", i).toDouble());
+        for (std::size_t k = 0; k < first.size(); ++k) {
+            EXPECT_NEAR(second[k], first[k], 1e-8 * first[k]) << k;
+            EXPECT_NEAR(inMemory[k], first[k], 1e-8 * first[k]) << k;
+        }
+        expectModuleEquations(*fresh, isLinear(type));
+    }
+}

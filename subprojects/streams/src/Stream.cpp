@@ -252,8 +252,10 @@ void Stream::calculatePhaseProperties() {
     const bool enthalpyGiven = flashMode == FlashMode::PH || flashMode == FlashMode::RH;
     const bool entropyGiven = flashMode == FlashMode::PS || flashMode == FlashMode::SA;
     total.calculateProperties(P, T, !enthalpyGiven && !entropyGiven);
-    // The specification stays as the user gave it; the other one follows from the phases.
+    // The specification stays as the user gave it, the molar enthalpy that the flash takes, and its mass form
+    // follows it (a cut copy is given only the molar one); the other one follows from the phases.
     if (enthalpyGiven) {
+        total.h = total.H / total.mw;
         total.S = total.calculate_S(P, T);
         total.s = total.S / total.mw;
     } else if (entropyGiven) {

@@ -1,6 +1,7 @@
 #include <tarvo/components/ListComponents.h>
 #include <tarvo/core/SolverNleRecipesAutomatic.h>
 #include <tarvo/phases/PhaseMassMolar.h>
+#include <tarvo/phases/PhaseMassMolarProperties.h>
 #include <tarvo/streams/Stream.h>
 #include <tarvo/units/CalculateAverage.h>
 #include <tarvo/units/MultiExchanger.h>
@@ -214,6 +215,11 @@ void MultiExchanger::go(SolutionMode mode, int level) {
         *out.Tphase = *in.Tphase;
         hfluxin[i] = totalEnthalpyFlow(in);
     }
+    heatCapacityFlow_ = 0.0;
+    for (Stream* in : inletstreams_) {
+        const auto& total = *my_cast<const Phase::MassMolarProperties*>(in->Tphase, TARVO_FUNCTION);
+        heatCapacityFlow_ += total.mdot.toDouble() * total.cp.toDouble();
+    }
     if (pristine() && mode == sequential) coupleReactions_.estimate(inletstreams_, outletstreams_);
     if (coupleReactions_.equilibria().empty()) computeReactionConversions_(true);
     if (mode >= simultaneous)
@@ -298,8 +304,11 @@ int MultiExchanger::residuals_() {
             residuals[k + j].clear();
         k += flash.calculateResiduals(residuals, k);
     }
-    // The solid's balance measured in the temperature that the whole conductance would need to carry it.
-    residuals[0] = ua ? (balance - netDuty) / conductance / kelvin : (TsSet - Ts) / kelvin;
+    // The solid's balance measured in the temperature that would carry it through the whole conductance and
+    // into the inlets' heat capacity flows. A solid that barely conducts, as a membrane's, would otherwise
+    // magnify the rounding of the enthalpy flows beyond any tolerance.
+    const Value capacity(heatCapacityFlow_, "W/K");
+    residuals[0] = ua ? (balance - netDuty) / (conductance + capacity) / kelvin : (TsSet - Ts) / kelvin;
     return static_cast<int>(k) + coupleReactions_.equilibriumResiduals(residuals, k);
 }
 

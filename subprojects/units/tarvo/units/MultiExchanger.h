@@ -79,6 +79,8 @@ private:
 
     CoupleReactions coupleReactions_;
     std::unique_ptr<SolverNleRecipesAutomatic> solver_;
+    // What the inlets carry per kelvin, W/K, at the present go: a scale of the solid's balance.
+    double heatCapacityFlow_ = 0.0;
     bool setUp_ = false;
     bool quiet_ = false;
 };
