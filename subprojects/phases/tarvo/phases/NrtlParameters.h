@@ -1,0 +1,56 @@
+#ifndef TARVO_PHASES_NRTLPARAMETERS_H
+#define TARVO_PHASES_NRTLPARAMETERS_H
+
+#include <vector>
+
+namespace Phase::Activity {
+
+// The binary parameters of the NRTL models, one set for the whole process, as square arrays over the
+// component list with entry i * NCOMPONENTS + j. They start at 0 (the ideal solution) and are set by
+// application code or from a case's text (NrtlParameterText.h). The arrays follow the component list:
+// a list of another size resets them to 0 on the next use.
+
+// tau_ij = B_ij / T, alfa_ij = A_ij.
+class ParametersNrtl1 {
+public:
+    // B_ij and B_ji.
+    static void setB(int i, int j, double bij, double bji);
+    // alfa_ij = alfa_ji.
+    static void setA(int i, int j, double a);
+    // All parameters 0, sized for the present component list.
+    static void clear();
+    // The number of components that the arrays are sized for.
+    static int size();
+    static double B(int i, int j);
+    static double A(int i, int j);
+
+private:
+    static void fit_();
+    static std::vector<double> B_, A_;
+};
+
+// tau_ij = TA_ij + TB_ij / T + TC_ij ln T + TD_ij T, alfa_ij = AA_ij + AB_ij (T - 273.15 K).
+class ParametersNrtl2 {
+public:
+    // The four coefficients of tau, each for (i, j) and then (j, i).
+    static void setTABCD(int i, int j, double taij, double taji, double tbij, double tbji, double tcij, double tcji,
+                         double tdij, double tdji);
+    // AA and AB, each the same for (i, j) and (j, i).
+    static void setAAB(int i, int j, double aa, double ab);
+    static void clear();
+    static int size();
+    static double TA(int i, int j);
+    static double TB(int i, int j);
+    static double TC(int i, int j);
+    static double TD(int i, int j);
+    static double AA(int i, int j);
+    static double AB(int i, int j);
+
+private:
+    static void fit_();
+    static std::vector<double> TA_, TB_, TC_, TD_, AA_, AB_;
+};
+
+} // namespace Phase::Activity
+
+#endif
