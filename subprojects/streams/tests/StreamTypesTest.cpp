@@ -49,6 +49,17 @@ TEST_F(StreamTest, EveryRegisteredStreamCalculatesFromItsDefaults) {
     for (const auto& type : NodeFactory::types()) {
         if (type.category != "stream") continue;
         ++streams;
+        if (type.name.find("Unifac") != std::string::npos) {
+            // The kernel's gases have no UNIFAC groups: refused by name, not calculated into NaN.
+            std::string refusal;
+            try {
+                make(type.name)->calculate(0);
+            } catch (const Error& e) {
+                refusal = e.message();
+            }
+            EXPECT_NE(refusal.find("component CO2 has no UNIFAC groups assigned"), std::string::npos) << type.name;
+            continue;
+        }
         auto s = make(type.name);
         ASSERT_TRUE(s) << type.name;
         EXPECT_NO_THROW(s->calculate(0)) << type.name;
