@@ -69,36 +69,57 @@ void Nrtl::calculateExcess(const Vector& x) {
     for (int i = 0; i < n_; ++i) TARVO_LOG(4) << "gamma[" << i << "] = " << gamma_[i].val();
 }
 
+Nrtl1::Nrtl1() : B_(ParametersNrtl1::B()), A_(ParametersNrtl1::A()) {}
+
+std::vector<NrtlParameterArray> Nrtl1::parameterArrays() {
+    return {{"B", "NRTL interaction parameter Bij in K, tau_ij is Bij over T", &B_},
+            {"A", "NRTL non-randomness alfa_ij", &A_}};
+}
+
 const Active& Nrtl1::computeAlfa(int i, int j, Active& d1, Active& d2) {
-    assert(NCOMPONENTS == ParametersNrtl1::size());
-    alfa_ = ParametersNrtl1::A(i, j);
+    assert(A_.size() == static_cast<unsigned int>(NCOMPONENTS * NCOMPONENTS));
+    alfa_ = A_[i * NCOMPONENTS + j];
     d1 = 0.0;
     d2 = 0.0;
     return alfa_;
 }
 
 const Active& Nrtl1::computeTau(int i, int j, Active& d1, Active& d2) {
-    assert(NCOMPONENTS == ParametersNrtl1::size());
-    const double B = ParametersNrtl1::B(i, j);
+    assert(B_.size() == static_cast<unsigned int>(NCOMPONENTS * NCOMPONENTS));
+    const double B = B_[i * NCOMPONENTS + j];
     tau_ = B / T_;
     d1 = -B / (T_ * T_);
     d2 = 2 * B / (T_ * T_ * T_);
     return tau_;
 }
 
+Nrtl2::Nrtl2()
+    : TA_(ParametersNrtl2::TA()), TB_(ParametersNrtl2::TB()), TC_(ParametersNrtl2::TC()), TD_(ParametersNrtl2::TD()),
+      AA_(ParametersNrtl2::AA()), AB_(ParametersNrtl2::AB()) {}
+
+std::vector<NrtlParameterArray> Nrtl2::parameterArrays() {
+    return {{"TA", "NRTL tau_ij, constant term", &TA_},
+            {"TB", "NRTL tau_ij, coefficient of the inverse temperature, in K", &TB_},
+            {"TC", "NRTL tau_ij, coefficient of the logarithm of temperature", &TC_},
+            {"TD", "NRTL tau_ij, coefficient of temperature, in 1 over K", &TD_},
+            {"AA", "NRTL alfa_ij at 0 C", &AA_},
+            {"AB", "NRTL alfa_ij, slope per degree Celsius", &AB_}};
+}
+
 const Active& Nrtl2::computeAlfa(int i, int j, Active& d1, Active& d2) {
-    assert(NCOMPONENTS == ParametersNrtl2::size());
+    assert(AA_.size() == static_cast<unsigned int>(NCOMPONENTS * NCOMPONENTS));
+    const int ij = i * NCOMPONENTS + j;
     // The slope is per degree Celsius.
-    alfa_ = ParametersNrtl2::AA(i, j) + ParametersNrtl2::AB(i, j) * (T_ - 273.15);
-    d1 = ParametersNrtl2::AB(i, j);
+    alfa_ = AA_[ij] + AB_[ij] * (T_ - 273.15);
+    d1 = AB_[ij];
     d2 = 0.0;
     return alfa_;
 }
 
 const Active& Nrtl2::computeTau(int i, int j, Active& d1, Active& d2) {
-    assert(NCOMPONENTS == ParametersNrtl2::size());
-    const double a = ParametersNrtl2::TA(i, j), b = ParametersNrtl2::TB(i, j), c = ParametersNrtl2::TC(i, j),
-                 d = ParametersNrtl2::TD(i, j);
+    assert(TA_.size() == static_cast<unsigned int>(NCOMPONENTS * NCOMPONENTS));
+    const int ij = i * NCOMPONENTS + j;
+    const double a = TA_[ij], b = TB_[ij], c = TC_[ij], d = TD_[ij];
     tau_ = a + b / T_ + c * log(T_) + d * T_;
     d1 = c / T_ - b / (T_ * T_) + d;
     d2 = 2 * b / (T_ * T_ * T_) - c / (T_ * T_);

@@ -2,7 +2,6 @@
 #include <tarvo/phases/NrtlParameters.h>
 
 #include <cassert>
-#include <cmath>
 
 namespace Phase::Activity {
 
@@ -30,7 +29,6 @@ void clearAll(std::initializer_list<std::vector<double>*> arrays) {
     for (std::vector<double>* a : arrays) a->assign(static_cast<std::size_t>(NCOMPONENTS * NCOMPONENTS), 0.0);
 }
 
-int sideOf(const std::vector<double>& a) { return static_cast<int>(std::lround(std::sqrt(a.size()))); }
 } // namespace
 
 std::vector<double> ParametersNrtl1::B_, ParametersNrtl1::A_;
@@ -57,13 +55,14 @@ void ParametersNrtl1::setA(int i, int j, double a) {
 
 void ParametersNrtl1::clear() { clearAll({&B_, &A_}); }
 
-int ParametersNrtl1::size() {
+const std::vector<double>& ParametersNrtl1::B() {
     fit_();
-    return sideOf(B_);
+    return B_;
 }
-
-double ParametersNrtl1::B(int i, int j) { return B_[entry(i, j)]; }
-double ParametersNrtl1::A(int i, int j) { return A_[entry(i, j)]; }
+const std::vector<double>& ParametersNrtl1::A() {
+    fit_();
+    return A_;
+}
 
 void ParametersNrtl2::fit_() { fitAll({&TA_, &TB_, &TC_, &TD_, &AA_, &AB_}); }
 
@@ -92,16 +91,29 @@ void ParametersNrtl2::setAAB(int i, int j, double aa, double ab) {
 
 void ParametersNrtl2::clear() { clearAll({&TA_, &TB_, &TC_, &TD_, &AA_, &AB_}); }
 
-int ParametersNrtl2::size() {
+const std::vector<double>& ParametersNrtl2::TA() {
     fit_();
-    return sideOf(TA_);
+    return TA_;
 }
-
-double ParametersNrtl2::TA(int i, int j) { return TA_[entry(i, j)]; }
-double ParametersNrtl2::TB(int i, int j) { return TB_[entry(i, j)]; }
-double ParametersNrtl2::TC(int i, int j) { return TC_[entry(i, j)]; }
-double ParametersNrtl2::TD(int i, int j) { return TD_[entry(i, j)]; }
-double ParametersNrtl2::AA(int i, int j) { return AA_[entry(i, j)]; }
-double ParametersNrtl2::AB(int i, int j) { return AB_[entry(i, j)]; }
+const std::vector<double>& ParametersNrtl2::TB() {
+    fit_();
+    return TB_;
+}
+const std::vector<double>& ParametersNrtl2::TC() {
+    fit_();
+    return TC_;
+}
+const std::vector<double>& ParametersNrtl2::TD() {
+    fit_();
+    return TD_;
+}
+const std::vector<double>& ParametersNrtl2::AA() {
+    fit_();
+    return AA_;
+}
+const std::vector<double>& ParametersNrtl2::AB() {
+    fit_();
+    return AB_;
+}
 
 } // namespace Phase::Activity

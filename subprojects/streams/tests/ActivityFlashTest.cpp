@@ -34,6 +34,16 @@ double bisect(const std::function<double(double)>& f, double lo, double hi) {
 
 // Ethanol (1) / water (2) with tau12 -0.178, tau21 1.963 at 350 K, alpha 0.2974; tau = B / T.
 constexpr double B12 = -0.178 * 350, B21 = 1.963 * 350, alphaEthanolWater = 0.2974;
+
+// The bubble point at P by modified Raoult's law, sum x_i gamma_i(T) psat_i(T) = P.
+double bubbleTemperature(double x1, double P) {
+    return bisect(
+        [&](double T) {
+            const std::vector<double> g = binaryNrtl(x1, B12 / T, B21 / T, alphaEthanolWater);
+            return x1 * g[0] * psatEthanol(T) + (1 - x1) * g[1] * psatWater(T) - P;
+        },
+        320.0, 380.0);
+}
 } // namespace
 
 class ActivityFlashTest : public StreamTest {
@@ -50,18 +60,14 @@ protected:
     static double x(Stream& s, const std::string& tag, int i) { return phase(s, tag).x[i].toDouble(); }
 };
 
-// The bubble point at 1 atm by modified Raoult's law, sum x_i gamma_i(T) psat_i(T) = P, solved here.
+// The bubble point at 1 atm by modified Raoult's law, solved here.
 TEST_F(ActivityFlashTest, NrtlBubblePointOfEthanolWater) {
     useCatalogue({"ethanol", "water"});
     ParametersNrtl1::setB(0, 1, B12, B21);
     ParametersNrtl1::setA(0, 1, alphaEthanolWater);
     const double P = 101325.0;
     for (const double x1 : {0.05, 0.3, 0.7}) {
-        const auto excess = [&](double T) {
-            const std::vector<double> g = binaryNrtl(x1, B12 / T, B21 / T, alphaEthanolWater);
-            return x1 * g[0] * psatEthanol(T) + (1 - x1) * g[1] * psatWater(T) - P;
-        };
-        const double expected = bisect(excess, 320.0, 380.0);
+        const double expected = bubbleTemperature(x1, P);
 
         auto s = make("StreamNrtl1LiquidVapor");
         feed(*s, 10.0, {x1, 1 - x1}, P, 350.0, "PA");
@@ -133,4 +139,24 @@ TEST_F(ActivityFlashTest, UnifacFlashOfEthanolWaterFollowsModifiedRaoult) {
     liquid.calculateExcess({Value(x1), Value(1 - x1)});
     EXPECT_NEAR(y1 * P, x1 * liquid.gamma()[0].val() * psatEthanol(T), 1e-7 * P);
     EXPECT_NEAR((1 - y1) * P, (1 - x1) * liquid.gamma()[1].val() * psatWater(T), 1e-7 * P);
+}
+
+// A case sets its own NRTL parameters as items of the liquid, "Lphase.B[i][j]" and "Lphase.A[i][j]", with
+// nothing set process-wide; the phase hands them to its model when it is initialized, as after a
+// retrieval from the store. The phase built afterwards starts from the process-wide ones again.
+TEST_F(ActivityFlashTest, NrtlParametersOfACaseComeFromThePhaseItems) {
+    useCatalogue({"ethanol", "water"});
+    const double P = 101325.0, x1 = 0.3;
+    auto s = make("StreamNrtl1LiquidVapor");
+    s->Q("Lphase.B[0][1]") = B12;
+    s->Q("Lphase.B[1][0]") = B21;
+    s->Q("Lphase.A[0][1]") = alphaEthanolWater;
+    s->Q("Lphase.A[1][0]") = alphaEthanolWater;
+    s->initializeNonPersistents();
+    feed(*s, 10.0, {x1, 1 - x1}, P, 350.0, "PA");
+    phase(*s, "Vphase").fraction = 0.0;
+    s->calculate(0);
+    ASSERT_TRUE(s->errorList().empty()) << s->errorList().front();
+    EXPECT_NEAR(s->T.toDouble(), bubbleTemperature(x1, P), 1e-3);
+    EXPECT_EQ(make("StreamNrtl1LiquidVapor")->Q("Lphase.B[0][1]").toDouble(), 0.0);
 }

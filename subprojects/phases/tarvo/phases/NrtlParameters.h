@@ -7,8 +7,9 @@ namespace Phase::Activity {
 
 // The binary parameters of the NRTL models, one set for the whole process, as square arrays over the
 // component list with entry i * NCOMPONENTS + j. They start at 0 (the ideal solution) and are set by
-// application code or from a case's text (NrtlParameterText.h). The arrays follow the component list:
-// a list of another size resets them to 0 on the next use.
+// application code before the phases are built; each NRTL phase copies them when it is built and keeps
+// the copy as items of its own, which a case may change and which the store keeps. The arrays follow the
+// component list: a list of another size resets them to 0 on the next use.
 
 // tau_ij = B_ij / T, alfa_ij = A_ij.
 class ParametersNrtl1 {
@@ -19,10 +20,8 @@ public:
     static void setA(int i, int j, double a);
     // All parameters 0, sized for the present component list.
     static void clear();
-    // The number of components that the arrays are sized for.
-    static int size();
-    static double B(int i, int j);
-    static double A(int i, int j);
+    static const std::vector<double>& B();
+    static const std::vector<double>& A();
 
 private:
     static void fit_();
@@ -38,13 +37,12 @@ public:
     // AA and AB, each the same for (i, j) and (j, i).
     static void setAAB(int i, int j, double aa, double ab);
     static void clear();
-    static int size();
-    static double TA(int i, int j);
-    static double TB(int i, int j);
-    static double TC(int i, int j);
-    static double TD(int i, int j);
-    static double AA(int i, int j);
-    static double AB(int i, int j);
+    static const std::vector<double>& TA();
+    static const std::vector<double>& TB();
+    static const std::vector<double>& TC();
+    static const std::vector<double>& TD();
+    static const std::vector<double>& AA();
+    static const std::vector<double>& AB();
 
 private:
     static void fit_();
