@@ -50,6 +50,14 @@ void Nrtl::calculateExcess(const Vector& x) {
             dC[i] += xk * (dtauM_[ki] * G_[ki] + tauM_[ki] * dG_[ki]);
         }
     Active gERT, dgERTdT;
+    // A phase that carries nothing has no activity to speak of.
+    if (!(S[0].val() > 0)) {
+        for (Active& g : gamma_) g = 1.0;
+        gE_.clear();
+        hE_.clear();
+        sE_.clear();
+        return;
+    }
     for (int i = 0; i < n_; ++i) {
         const Active& xi = x[i].active();
         const Active ratio = C[i] / S[i];

@@ -101,6 +101,9 @@ TEST_F(ActivityTest, NrtlEthanolWaterMatchesThePublishedActivityCoefficients) {
     EXPECT_DOUBLE_EQ(dilute[1], 1.0);
     EXPECT_DOUBLE_EQ(nrtl.gE().toDouble("J/kmol"), 0.0);
     EXPECT_DOUBLE_EQ(nrtl.hE().toDouble("J/kmol"), 0.0);
+    // A phase that carries nothing: no NaN.
+    EXPECT_EQ(gammas(nrtl, T, {0.0, 0.0}), (std::vector<double>{1.0, 1.0}));
+    EXPECT_EQ(nrtl.hE().toDouble(), 0.0);
 }
 
 TEST_F(ActivityTest, NrtlWithoutParametersIsTheIdealSolution) {
@@ -252,6 +255,7 @@ TEST_F(ActivityTest, UnifacLimitsAndGroupsOfOneMainGroup) {
         x[i] = 1.0;
         EXPECT_NEAR(gammas(unifac, 320.0, x)[i], 1.0, 1e-14) << i;
     }
+    EXPECT_EQ(gammas(unifac, 320.0, {0.0, 0.0, 0.0}), (std::vector<double>{1.0, 1.0, 1.0}));
     // CH3 and CH2 (subgroups 1 and 2) share main group 1: Psi = 1 at any T; CH3 and OH do not.
     const std::vector<int>& k = unifac.subgroups();
     ASSERT_EQ(k, (std::vector<int>{1, 2, 14, 16}));
