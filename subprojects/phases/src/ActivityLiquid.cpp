@@ -12,11 +12,14 @@ void Liquid::evaluate_(const Value& T, const Vector& x) const {
     model.calculateExcess(x);
 }
 
-void Liquid::prepare(const Value& T, const Vector& x) { evaluate_(T, x); }
+void Liquid::prepare(const Value& T, const Vector& x) {
+    evaluate_(T, x);
+}
 
 void Liquid::preparefugacity(const Value& P, const Value& T, const Vector&, const Value&) const {
     assert(phaseType() == Tarvo::Utility::PhaseType::liquid);
-    for (int i = 0; i < NCOMPONENTS; ++i) lnphi_[i] = log(components[i]->kvli(T, P) * Value(Active(gamma_[i])));
+    for (int i = 0; i < NCOMPONENTS; ++i)
+        lnphi_[i] = log(components[i]->kvli(T, P) * Value(Active(gamma_[i])));
 }
 
 const Value& Liquid::calculate_H_(const Value& P, const Value& T, const Vector& x) const {

@@ -11,8 +11,7 @@ namespace {
 constexpr int verbosityFile = 0;
 } // namespace
 
-Nrtl::Nrtl()
-    : n_(NCOMPONENTS), tauM_(n_ * n_), dtauM_(n_ * n_), G_(n_ * n_, Active(1.0)), dG_(n_ * n_) {}
+Nrtl::Nrtl() : n_(NCOMPONENTS), tauM_(n_ * n_), dtauM_(n_ * n_), G_(n_ * n_, Active(1.0)), dG_(n_ * n_) {}
 
 void Nrtl::setTemperature(const Value& T) {
     T_ = T.active();
@@ -52,7 +51,8 @@ void Nrtl::calculateExcess(const Vector& x) {
     Active gERT, dgERTdT;
     // A phase that carries nothing has no activity to speak of.
     if (!(S[0].val() > 0)) {
-        for (Active& g : gamma_) g = 1.0;
+        for (Active& g : gamma_)
+            g = 1.0;
         gE_.clear();
         hE_.clear();
         sE_.clear();
@@ -64,7 +64,8 @@ void Nrtl::calculateExcess(const Vector& x) {
         gERT += xi * ratio;
         dgERTdT += xi * (dC[i] - ratio * dS[i]) / S[i];
         Active lnGamma = ratio;
-        for (int j = 0; j < n_; ++j) lnGamma += x[j].active() * G_[at_(i, j)] / S[j] * (tauM_[at_(i, j)] - C[j] / S[j]);
+        for (int j = 0; j < n_; ++j)
+            lnGamma += x[j].active() * G_[at_(i, j)] / S[j] * (tauM_[at_(i, j)] - C[j] / S[j]);
         gamma_[i] = exp(lnGamma);
     }
     const Value T(T_, "K");
@@ -74,7 +75,8 @@ void Nrtl::calculateExcess(const Vector& x) {
     sE_ = (hE_ - gE_) / T;
     TARVO_LOG(4) << "T() = " << T_.val() << " sE_ = " << sE_.toDouble() << " hE_ = " << hE_.toDouble()
                  << " gE_ = " << gE_.toDouble();
-    for (int i = 0; i < n_; ++i) TARVO_LOG(4) << "gamma[" << i << "] = " << gamma_[i].val();
+    for (int i = 0; i < n_; ++i)
+        TARVO_LOG(4) << "gamma[" << i << "] = " << gamma_[i].val();
 }
 
 Nrtl1::Nrtl1() : B_(ParametersNrtl1::B()), A_(ParametersNrtl1::A()) {}
@@ -102,8 +104,8 @@ const Active& Nrtl1::computeTau(int i, int j, Active& d1, Active& d2) {
 }
 
 Nrtl2::Nrtl2()
-    : TA_(ParametersNrtl2::TA()), TB_(ParametersNrtl2::TB()), TC_(ParametersNrtl2::TC()), TD_(ParametersNrtl2::TD()),
-      AA_(ParametersNrtl2::AA()), AB_(ParametersNrtl2::AB()) {}
+    : TA_(ParametersNrtl2::TA()), TB_(ParametersNrtl2::TB()), TC_(ParametersNrtl2::TC()),
+      TD_(ParametersNrtl2::TD()), AA_(ParametersNrtl2::AA()), AB_(ParametersNrtl2::AB()) {}
 
 std::vector<NrtlParameterArray> Nrtl2::parameterArrays() {
     return {{"TA", "NRTL tau_ij, constant term", &TA_},

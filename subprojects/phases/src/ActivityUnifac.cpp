@@ -25,8 +25,10 @@ struct Tables {
 const Tables& tables() {
     static const Tables t = [] {
         Tables built;
-        for (const UnifacSubgroup& s : unifacSubgroups()) built.subgroups[s.subgroup] = s;
-        for (const UnifacInteraction& p : unifacInteractions()) built.interactions[p.m][p.n] = p.a;
+        for (const UnifacSubgroup& s : unifacSubgroups())
+            built.subgroups[s.subgroup] = s;
+        for (const UnifacInteraction& p : unifacInteractions())
+            built.interactions[p.m][p.n] = p.a;
         return built;
     }();
     return t;
@@ -51,7 +53,8 @@ Unifac::Unifac() : n_(NCOMPONENTS), grouped_(n_, false), r_(n_, 0.0), q_(n_, 0.0
             const int k = group.first;
             if (!tables().subgroups.count(k))
                 throw ErrorRunTime("Unifac::Unifac", "component " + components[i]->name + " has subgroup " +
-                                                         std::to_string(k) + ", which the UNIFAC table does not hold");
+                                                         std::to_string(k) +
+                                                         ", which the UNIFAC table does not hold");
             present.insert(k);
         }
         grouped_[i] = true;
@@ -88,7 +91,8 @@ Unifac::Unifac() : n_(NCOMPONENTS), grouped_(n_, false), r_(n_, 0.0), q_(n_, 0.0
             area += nu * s.Q;
         }
         // Theta0 = Q X0 / sum(Q X0), with X0 = nu / sum(nu): the counts' sum cancels.
-        for (int k = 0; k < nk_; ++k) theta0_[i * nk_ + k] = Q_[k] * nu_[i * nk_ + k] / area;
+        for (int k = 0; k < nk_; ++k)
+            theta0_[i * nk_ + k] = Q_[k] * nu_[i * nk_ + k] / area;
         TARVO_LOG(4) << "component[" << i << "]: r = " << r_[i] << " q = " << q_[i];
     }
 }
@@ -96,11 +100,13 @@ Unifac::Unifac() : n_(NCOMPONENTS), grouped_(n_, false), r_(n_, 0.0), q_(n_, 0.0
 void Unifac::groupActivities_(const std::vector<Active>& theta, std::vector<Active>& lnGamma) {
     for (int k = 0; k < nk_; ++k) {
         sum1_[k] = 0.0;
-        for (int m = 0; m < nk_; ++m) sum1_[k] += theta[m] * psi_[m * nk_ + k];
+        for (int m = 0; m < nk_; ++m)
+            sum1_[k] += theta[m] * psi_[m * nk_ + k];
     }
     for (int k = 0; k < nk_; ++k) {
         Active sum2;
-        for (int m = 0; m < nk_; ++m) sum2 += theta[m] * psi_[k * nk_ + m] / sum1_[m];
+        for (int m = 0; m < nk_; ++m)
+            sum2 += theta[m] * psi_[k * nk_ + m] / sum1_[m];
         lnGamma[k] = Q_[k] * (1.0 - log(sum1_[k]) - sum2);
     }
 }
@@ -115,9 +121,11 @@ void Unifac::setTemperature(const Value& T) {
     std::vector<Active> theta(nk_), lnGamma(nk_);
     for (int i = 0; i < n_; ++i) {
         if (!grouped_[i]) continue;
-        for (int k = 0; k < nk_; ++k) theta[k] = theta0_[i * nk_ + k];
+        for (int k = 0; k < nk_; ++k)
+            theta[k] = theta0_[i * nk_ + k];
         groupActivities_(theta, lnGamma);
-        for (int k = 0; k < nk_; ++k) lnGammaPure_[i * nk_ + k] = lnGamma[k];
+        for (int k = 0; k < nk_; ++k)
+            lnGammaPure_[i * nk_ + k] = lnGamma[k];
     }
 }
 
@@ -138,7 +146,8 @@ void Unifac::calculateExcess(const Vector& x) {
         sumR += xi * r_[i];
         sumQ += xi * q_[i];
     }
-    for (Active& g : gamma_) g = 1.0;
+    for (Active& g : gamma_)
+        g = 1.0;
     // A phase that carries nothing has no activity to speak of.
     if (!(sumR.val() > 0)) return;
 
@@ -151,14 +160,16 @@ void Unifac::calculateExcess(const Vector& x) {
         theta_[k] = Q_[k] * X;
         area += theta_[k];
     }
-    for (Active& t : theta_) t /= area;
+    for (Active& t : theta_)
+        t /= area;
     groupActivities_(theta_, lnGamma_);
 
     for (int i = 0; i < n_; ++i) {
         if (!grouped_[i]) continue;
         const Active V = r_[i] / sumR, F = q_[i] / sumQ;
         const Active VoverF = V / F;
-        const Active combinatorial = 1.0 - V + log(V) - halfCoordination * q_[i] * (1.0 - VoverF + log(VoverF));
+        const Active combinatorial =
+            1.0 - V + log(V) - halfCoordination * q_[i] * (1.0 - VoverF + log(VoverF));
         Active residual;
         for (int k = 0; k < nk_; ++k) {
             const double nu = nu_[i * nk_ + k];

@@ -6,7 +6,9 @@
 namespace Phase::Activity {
 
 namespace {
-int entry(int i, int j) { return i * NCOMPONENTS + j; }
+int entry(int i, int j) {
+    return i * NCOMPONENTS + j;
+}
 
 void checkPair(int i, int j) {
     assert(i != j);
@@ -26,7 +28,8 @@ void fitAll(std::initializer_list<std::vector<double>*> arrays) {
 }
 
 void clearAll(std::initializer_list<std::vector<double>*> arrays) {
-    for (std::vector<double>* a : arrays) a->assign(static_cast<std::size_t>(NCOMPONENTS * NCOMPONENTS), 0.0);
+    for (std::vector<double>* a : arrays)
+        a->assign(static_cast<std::size_t>(NCOMPONENTS * NCOMPONENTS), 0.0);
 }
 
 } // namespace
@@ -35,7 +38,9 @@ std::vector<double> ParametersNrtl1::B_, ParametersNrtl1::A_;
 std::vector<double> ParametersNrtl2::TA_, ParametersNrtl2::TB_, ParametersNrtl2::TC_, ParametersNrtl2::TD_,
     ParametersNrtl2::AA_, ParametersNrtl2::AB_;
 
-void ParametersNrtl1::fit_() { fitAll({&B_, &A_}); }
+void ParametersNrtl1::fit_() {
+    fitAll({&B_, &A_});
+}
 
 void ParametersNrtl1::setB(int i, int j, double bij, double bji) {
     checkPair(i, j);
@@ -53,7 +58,9 @@ void ParametersNrtl1::setA(int i, int j, double a) {
     A_[entry(j, i)] = a;
 }
 
-void ParametersNrtl1::clear() { clearAll({&B_, &A_}); }
+void ParametersNrtl1::clear() {
+    clearAll({&B_, &A_});
+}
 
 const std::vector<double>& ParametersNrtl1::B() {
     fit_();
@@ -64,7 +71,9 @@ const std::vector<double>& ParametersNrtl1::A() {
     return A_;
 }
 
-void ParametersNrtl2::fit_() { fitAll({&TA_, &TB_, &TC_, &TD_, &AA_, &AB_}); }
+void ParametersNrtl2::fit_() {
+    fitAll({&TA_, &TB_, &TC_, &TD_, &AA_, &AB_});
+}
 
 void ParametersNrtl2::setTABCD(int i, int j, double taij, double taji, double tbij, double tbji, double tcij,
                                double tcji, double tdij, double tdji) {
@@ -89,7 +98,9 @@ void ParametersNrtl2::setAAB(int i, int j, double aa, double ab) {
     AB_[entry(i, j)] = AB_[entry(j, i)] = ab;
 }
 
-void ParametersNrtl2::clear() { clearAll({&TA_, &TB_, &TC_, &TD_, &AA_, &AB_}); }
+void ParametersNrtl2::clear() {
+    clearAll({&TA_, &TB_, &TC_, &TD_, &AA_, &AB_});
+}
 
 const std::vector<double>& ParametersNrtl2::TA() {
     fit_();

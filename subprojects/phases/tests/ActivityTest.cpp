@@ -25,13 +25,16 @@ using Phase::Activity::UnifacAssignment;
 using Phase::Activity::UnifacGroups;
 
 namespace {
-Vector fractions(const std::vector<double>& x) { return Vector(x.begin(), x.end()); }
+Vector fractions(const std::vector<double>& x) {
+    return Vector(x.begin(), x.end());
+}
 
 std::vector<double> gammas(Phase::Activity::Interface& model, double T, const std::vector<double>& x) {
     model.setTemperature(Value(T, "K"));
     model.calculateExcess(fractions(x));
     std::vector<double> g;
-    for (const Active& a : model.gamma()) g.push_back(a.val());
+    for (const Active& a : model.gamma())
+        g.push_back(a.val());
     return g;
 }
 
@@ -41,7 +44,8 @@ double gibbsDuhem(Phase::Activity::Interface& model, double T, const std::vector
                   const std::vector<double>& direction, double& largest) {
     ActiveContext::Scope scope(1);
     Vector z = fractions(x);
-    for (std::size_t i = 0; i < x.size(); ++i) z[i].active().setDerivative(0, direction[i]);
+    for (std::size_t i = 0; i < x.size(); ++i)
+        z[i].active().setDerivative(0, direction[i]);
     model.setTemperature(Value(T, "K"));
     model.calculateExcess(z);
     double sum = 0;
@@ -69,7 +73,8 @@ protected:
     }
     static void useCatalogue(const std::vector<std::string>& entries) {
         components.clear();
-        for (const std::string& entry : entries) components.add(newCatalogueComponent(entry, entry));
+        for (const std::string& entry : entries)
+            components.add(newCatalogueComponent(entry, entry));
     }
     // Components whose only role is to size the lists; the groups of each case are given.
     static void useGroups(const std::vector<UnifacGroups>& groups) {
@@ -113,11 +118,13 @@ TEST_F(ActivityTest, NrtlWithoutParametersIsTheIdealSolution) {
     const Value P(101325.0, "Pa"), T(340.0, "K");
     for (auto* phase : {nrtl.get(), ideal.get()}) {
         const double x[] = {0.2, 0.5, 0.3};
-        for (int i = 0; i < NCOMPONENTS; ++i) phase->x[i] = x[i];
+        for (int i = 0; i < NCOMPONENTS; ++i)
+            phase->x[i] = x[i];
         phase->prepare(T);
         phase->preparefugacity(P, T);
     }
-    for (int i = 0; i < NCOMPONENTS; ++i) EXPECT_DOUBLE_EQ(nrtl->fugacity(i).toDouble(), ideal->fugacity(i).toDouble());
+    for (int i = 0; i < NCOMPONENTS; ++i)
+        EXPECT_DOUBLE_EQ(nrtl->fugacity(i).toDouble(), ideal->fugacity(i).toDouble());
     EXPECT_DOUBLE_EQ(nrtl->calculate_H(P, T).toDouble(), ideal->calculate_H(P, T).toDouble());
     EXPECT_DOUBLE_EQ(nrtl->calculate_S(P, T).toDouble(), ideal->calculate_S(P, T).toDouble());
 }
@@ -141,8 +148,8 @@ TEST_F(ActivityTest, NrtlPhaseAddsTheExcessToTheIdealSolution) {
     // gE / RT = sum x_i ln gamma_i; hE = -R T^2 d(gE/RT)/dT with tau = B / T and alpha constant.
     const auto& model = dynamic_cast<Phase::Activity::Nrtl&>(nrtl->model());
     EXPECT_NEAR(model.gE().toDouble(), 8314.4 * 345 * (0.4 * std::log(g[0]) + 0.6 * std::log(g[1])), 1e-8);
-    EXPECT_NEAR(nrtl->calculate_H(P, T).toDouble() - ideal->calculate_H(P, T).toDouble(), model.hE().toDouble(),
-                1e-6);
+    EXPECT_NEAR(nrtl->calculate_H(P, T).toDouble() - ideal->calculate_H(P, T).toDouble(),
+                model.hE().toDouble(), 1e-6);
     EXPECT_NEAR(nrtl->calculate_S(P, T).toDouble() - ideal->calculate_S(P, T).toDouble(),
                 (model.hE().toDouble() - model.gE().toDouble()) / 345, 1e-9);
 }
@@ -189,14 +196,17 @@ TEST_F(ActivityTest, GibbsDuhemHoldsForBothModels) {
     ParametersNrtl1::setB(1, 3, 1500.0, 1200.0);
     ParametersNrtl1::setB(2, 3, 50.0, 80.0);
     for (int i = 0; i < 4; ++i)
-        for (int j = i + 1; j < 4; ++j) ParametersNrtl1::setA(i, j, 0.2 + 0.05 * (i + j));
+        for (int j = i + 1; j < 4; ++j)
+            ParametersNrtl1::setA(i, j, 0.2 + 0.05 * (i + j));
     Phase::Activity::Nrtl1 nrtl;
     Phase::Activity::Unifac unifac;
-    for (const std::vector<double>& x : {std::vector<double>{0.25, 0.25, 0.25, 0.25}, {0.05, 0.8, 0.1, 0.05},
-                                         {0.6, 0.01, 0.09, 0.3}, {0.0, 0.5, 0.5, 0.0}})
+    for (const std::vector<double>& x : {std::vector<double>{0.25, 0.25, 0.25, 0.25},
+                                         {0.05, 0.8, 0.1, 0.05},
+                                         {0.6, 0.01, 0.09, 0.3},
+                                         {0.0, 0.5, 0.5, 0.0}})
         for (const std::vector<double>& d : {std::vector<double>{1, -1, 0, 0}, {0.2, 0.3, -0.9, 0.4}}) {
             for (Phase::Activity::Interface* model : {static_cast<Phase::Activity::Interface*>(&nrtl),
-                                                       static_cast<Phase::Activity::Interface*>(&unifac)}) {
+                                                      static_cast<Phase::Activity::Interface*>(&unifac)}) {
                 double largest = 0;
                 EXPECT_NEAR(gibbsDuhem(*model, 340.0, x, d, largest), 0, 1e-10);
                 EXPECT_GT(largest, 1e-3);
@@ -215,15 +225,26 @@ TEST_F(ActivityTest, UnifacMatchesPublishedActivityCoefficients) {
     const std::vector<Case> cases{
         // n-hexane / 2-butanone at 60 C: Gmehling et al., Chemical Thermodynamics for Process Simulation,
         // example 5.22: 1.428, 1.365.
-        {{{{1, 2}, {2, 4}}, {{1, 1}, {2, 1}, {18, 1}}}, 333.15, {0.5, 0.5}, {1.428, 1.365}, {5e-4, 5e-4},
+        {{{{1, 2}, {2, 4}}, {{1, 1}, {2, 1}, {18, 1}}},
+         333.15,
+         {0.5, 0.5},
+         {1.428, 1.365},
+         {5e-4, 5e-4},
          {1.4276025835624173, 1.3646545010104225}},
         // ethanol / benzene at 345 K: Walas, Phase Equilibria in Chemical Engineering, Example 4.14: 2.9119,
         // 1.10832, which the file finds to agree within 0.005 only.
-        {{{{1, 1}, {2, 1}, {14, 1}}, {{9, 6}}}, 345.0, {0.2, 0.8}, {2.9119, 1.10832}, {5e-3, 5e-3},
+        {{{{1, 1}, {2, 1}, {14, 1}}, {{9, 6}}},
+         345.0,
+         {0.2, 0.8},
+         {2.9119, 1.10832},
+         {5e-3, 5e-3},
          {2.90999524962436, 1.1038643452317465}},
         // 2-propanol / water / propionic acid at 353.52 K: Elliott & Lira, ACTCOEFF.XLS.
-        {{{{1, 2}, {3, 1}, {14, 1}}, {{16, 1}}, {{1, 1}, {2, 1}, {42, 1}}}, 353.52, {0.1, 0.1, 0.8},
-         {0.996889053562564, 2.17095770844183, 1.00112091118954}, {1e-12, 1e-12, 1e-12},
+        {{{{1, 2}, {3, 1}, {14, 1}}, {{16, 1}}, {{1, 1}, {2, 1}, {42, 1}}},
+         353.52,
+         {0.1, 0.1, 0.8},
+         {0.996889053562564, 2.17095770844183, 1.00112091118954},
+         {1e-12, 1e-12, 1e-12},
          {0.996889053562564, 2.17095770844183, 1.00112091118954}},
     };
     for (const Case& c : cases) {
@@ -272,12 +293,14 @@ TEST_F(ActivityTest, UnifacRefusesAPresentComponentWithoutGroups) {
     // The kernel's list: CO2 has no groups in the published table; water has.
     Phase::Activity::Unifac unifac;
     unifac.setTemperature(Value(300.0, "K"));
-    EXPECT_NE(errorText([&] { unifac.calculateExcess(fractions({0.1, 0, 0.9, 0, 0})); })
-                  .find("component CO2 has no UNIFAC groups assigned"),
+    EXPECT_NE(errorText([&] {
+                  unifac.calculateExcess(fractions({0.1, 0, 0.9, 0, 0}));
+              }).find("component CO2 has no UNIFAC groups assigned"),
               std::string::npos);
     // Absent, it takes no part: pure water has gamma 1, and so has the absent gas.
     unifac.calculateExcess(fractions({0, 0, 1, 0, 0}));
-    for (const Active& g : unifac.gamma()) EXPECT_EQ(g.val(), 1.0);
+    for (const Active& g : unifac.gamma())
+        EXPECT_EQ(g.val(), 1.0);
     // A subgroup that the table lacks is refused when the model is built.
     UnifacAssignment::append({{200, 1}});
     EXPECT_NE(errorText([] { Phase::Activity::Unifac bad; }).find("subgroup 200"), std::string::npos);
@@ -286,8 +309,8 @@ TEST_F(ActivityTest, UnifacRefusesAPresentComponentWithoutGroups) {
 TEST_F(ActivityTest, CatalogueGroupsAgreeWithThePublishedAssignments) {
     // ../shared/data/unifac_component_groups.csv (DDBST assignments).
     const std::vector<std::pair<std::string, UnifacGroups>> published{
-        {"water", {{16, 1}}},          {"methanol", {{15, 1}}},          {"ethanol", {{1, 1}, {2, 1}, {14, 1}}},
-        {"acetone", {{1, 1}, {18, 1}}}, {"benzene", {{9, 6}}},            {"nhexane", {{1, 2}, {2, 4}}}};
+        {"water", {{16, 1}}},           {"methanol", {{15, 1}}}, {"ethanol", {{1, 1}, {2, 1}, {14, 1}}},
+        {"acetone", {{1, 1}, {18, 1}}}, {"benzene", {{9, 6}}},   {"nhexane", {{1, 2}, {2, 4}}}};
     for (const auto& [entry, groups] : published) {
         std::unique_ptr<ComponentGeneric> c(newCatalogueComponent(entry, entry));
         const UnifacGroups* found = Phase::Activity::catalogueUnifacGroups(*c);

@@ -20,8 +20,12 @@ using Phase::Activity::ParametersNrtl1;
 namespace {
 // Vapor pressures of Perry's 8th ed. Table 2-8 (../shared/data/dippr_like.csv, eq 101), which the
 // catalogue's entries carry: exp(A + B / T + C ln T + D T^2) Pa.
-double psatEthanol(double T) { return std::exp(73.304 - 7122.3 / T - 7.1424 * std::log(T) + 2.8853e-6 * T * T); }
-double psatWater(double T) { return std::exp(73.649 - 7258.2 / T - 7.3037 * std::log(T) + 4.1653e-6 * T * T); }
+double psatEthanol(double T) {
+    return std::exp(73.304 - 7122.3 / T - 7.1424 * std::log(T) + 2.8853e-6 * T * T);
+}
+double psatWater(double T) {
+    return std::exp(73.649 - 7258.2 / T - 7.3037 * std::log(T) + 4.1653e-6 * T * T);
+}
 
 // The root of an increasing f between lo and hi, by bisection to the last bits.
 double bisect(const std::function<double(double)>& f, double lo, double hi) {
@@ -55,7 +59,8 @@ protected:
     }
     static void useCatalogue(const std::vector<std::string>& entries) {
         components.clear();
-        for (const std::string& entry : entries) components.add(newCatalogueComponent(entry, entry));
+        for (const std::string& entry : entries)
+            components.add(newCatalogueComponent(entry, entry));
     }
     static double x(Stream& s, const std::string& tag, int i) { return phase(s, tag).x[i].toDouble(); }
 };
@@ -90,13 +95,15 @@ TEST_F(ActivityFlashTest, NrtlLiquidLiquidSplitHasEqualActivities) {
     ParametersNrtl1::setB(0, 1, tau12 * T, tau21 * T);
     ParametersNrtl1::setA(0, 1, alpha);
     const auto residuals = [&](double a, double b) {
-        const std::vector<double> ga = binaryNrtl(a, tau12, tau21, alpha), gb = binaryNrtl(b, tau12, tau21, alpha);
+        const std::vector<double> ga = binaryNrtl(a, tau12, tau21, alpha),
+                                  gb = binaryNrtl(b, tau12, tau21, alpha);
         return std::vector<double>{std::log(a * ga[0]) - std::log(b * gb[0]),
                                    std::log((1 - a) * ga[1]) - std::log((1 - b) * gb[1])};
     };
     double a = 0.98, b = 0.5; // water fraction in the aqueous and the organic liquid
     for (int k = 0; k < 50; ++k) {
-        const std::vector<double> r = residuals(a, b), ra = residuals(a + 1e-7, b), rb = residuals(a, b + 1e-7);
+        const std::vector<double> r = residuals(a, b), ra = residuals(a + 1e-7, b),
+                                  rb = residuals(a, b + 1e-7);
         const double j11 = (ra[0] - r[0]) / 1e-7, j12 = (rb[0] - r[0]) / 1e-7;
         const double j21 = (ra[1] - r[1]) / 1e-7, j22 = (rb[1] - r[1]) / 1e-7;
         const double det = j11 * j22 - j12 * j21;

@@ -40,5 +40,6 @@ TEST_F(UnitTest, NrtlDegasserSplitsEthanolWaterByModifiedRaoult) {
     const double p2 = std::exp(73.649 - 7258.2 / T - 7.3037 * std::log(T) + 4.1653e-6 * T * T);
     EXPECT_NEAR(y1 * P, x1 * g[0] * p1, 1e-6 * P);
     EXPECT_NEAR((1 - y1) * P, (1 - x1) * g[1] * p2, 1e-6 * P);
-    for (int i = 0; i < 2; ++i) EXPECT_NEAR(flow(vapor, i) + flow(liquid, i), flow(in, i), 1e-9 * mdot(in)) << i;
+    for (int i = 0; i < 2; ++i)
+        EXPECT_NEAR(flow(vapor, i) + flow(liquid, i), flow(in, i), 1e-9 * mdot(in)) << i;
 }

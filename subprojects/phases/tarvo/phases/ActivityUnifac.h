@@ -36,13 +36,13 @@ private:
     int n_;  // components
     int nk_; // present subgroups
     std::vector<int> subgroups_;
-    std::vector<bool> grouped_; // per component: has groups
-    std::vector<double> Q_;     // per subgroup
-    std::vector<double> a_;     // interaction of the main groups of subgroups k and l, in K; k * nk + l
-    std::vector<double> nu_;    // count of subgroup k in component i; i * nk + k
-    std::vector<double> r_, q_; // per component
-    std::vector<double> theta0_; // surface fraction of subgroup k in pure component i; i * nk + k
-    std::vector<Active> psi_;     // k * nk + l
+    std::vector<bool> grouped_;       // per component: has groups
+    std::vector<double> Q_;           // per subgroup
+    std::vector<double> a_;           // interaction of the main groups of subgroups k and l, in K; k * nk + l
+    std::vector<double> nu_;          // count of subgroup k in component i; i * nk + k
+    std::vector<double> r_, q_;       // per component
+    std::vector<double> theta0_;      // surface fraction of subgroup k in pure component i; i * nk + k
+    std::vector<Active> psi_;         // k * nk + l
     std::vector<Active> lnGammaPure_; // ln Gamma_k in pure component i; i * nk + k
     // Work arrays of calculateExcess.
     std::vector<Active> theta_, lnGamma_, sum1_;

@@ -32,8 +32,8 @@ private:
 class ParametersNrtl2 {
 public:
     // The four coefficients of tau, each for (i, j) and then (j, i).
-    static void setTABCD(int i, int j, double taij, double taji, double tbij, double tbji, double tcij, double tcji,
-                         double tdij, double tdji);
+    static void setTABCD(int i, int j, double taij, double taji, double tbij, double tbji, double tcij,
+                         double tcji, double tdij, double tdji);
     // AA and AB, each the same for (i, j) and (j, i).
     static void setAAB(int i, int j, double aa, double ab);
     static void clear();

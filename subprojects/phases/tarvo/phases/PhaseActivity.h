@@ -22,9 +22,11 @@ public:
         if constexpr (std::is_base_of_v<Phase::Activity::Nrtl, T>) {
             const auto n = static_cast<std::size_t>(NCOMPONENTS);
             for (const Phase::Activity::NrtlParameterArray& a : nrtl_().parameterArrays()) {
-                items_.push_back(std::make_unique<QuantityMatrix>(a.tag, a.description, n, n, Value(0.0), this));
+                items_.push_back(
+                    std::make_unique<QuantityMatrix>(a.tag, a.description, n, n, Value(0.0), this));
                 for (std::size_t i = 0; i < n; ++i)
-                    for (std::size_t j = 0; j < n; ++j) (*items_.back())(i, j) = (*a.values)[i * n + j];
+                    for (std::size_t j = 0; j < n; ++j)
+                        (*items_.back())(i, j) = (*a.values)[i * n + j];
                 this->addVariable(*items_.back());
             }
         }
@@ -37,7 +39,8 @@ public:
             const std::vector<Phase::Activity::NrtlParameterArray> arrays = nrtl_().parameterArrays();
             for (std::size_t k = 0; k < arrays.size(); ++k)
                 for (std::size_t i = 0; i < n; ++i)
-                    for (std::size_t j = 0; j < n; ++j) (*arrays[k].values)[i * n + j] = (*items_[k])(i, j).toDouble();
+                    for (std::size_t j = 0; j < n; ++j)
+                        (*arrays[k].values)[i * n + j] = (*items_[k])(i, j).toDouble();
         }
     }
 
