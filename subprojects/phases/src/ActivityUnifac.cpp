@@ -79,7 +79,6 @@ Unifac::Unifac() : n_(NCOMPONENTS), grouped_(n_, false), r_(n_, 0.0), q_(n_, 0.0
     TARVO_LOG(4) << "component subgroups:";
     for (int i = 0; i < n_; ++i) {
         if (!grouped_[i]) continue;
-        double area = 0;
         for (int k = 0; k < nk_; ++k) {
             const auto found = UnifacAssignment::of(i)->find(subgroups_[k]);
             if (found == UnifacAssignment::of(i)->end()) continue;
@@ -88,11 +87,10 @@ Unifac::Unifac() : n_(NCOMPONENTS), grouped_(n_, false), r_(n_, 0.0), q_(n_, 0.0
             nu_[i * nk_ + k] = nu;
             r_[i] += nu * s.R;
             q_[i] += nu * s.Q;
-            area += nu * s.Q;
         }
-        // Theta0 = Q X0 / sum(Q X0), with X0 = nu / sum(nu): the counts' sum cancels.
+        // Theta0 = Q X0 / sum(Q X0), with X0 = nu / sum(nu): the counts' sum cancels, and sum(Q nu) is q.
         for (int k = 0; k < nk_; ++k)
-            theta0_[i * nk_ + k] = Q_[k] * nu_[i * nk_ + k] / area;
+            theta0_[i * nk_ + k] = Q_[k] * nu_[i * nk_ + k] / q_[i];
         TARVO_LOG(4) << "component[" << i << "]: r = " << r_[i] << " q = " << q_[i];
     }
 }
