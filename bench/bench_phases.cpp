@@ -1,9 +1,11 @@
 // The cost of what a flash asks of a phase at every iteration: a balance, the properties at (P, T) and
 // the fugacity coefficients, for the ideal model. The sums over the components' routes should dominate:
 // the phase layer adds no allocation and no string work of its own.
+#include <tarvo/components/ComponentCatalogue.h>
 #include <tarvo/components/ListComponents.h>
 #include <tarvo/core/KernelStart.h>
 #include <tarvo/persistency/NodeFactory.h>
+#include <tarvo/phases/ActivityUnifac.h>
 #include <tarvo/phases/PhaseGeneric.h>
 #include <tarvo/phases/RegisterPhases.h>
 
@@ -99,5 +101,25 @@ void BM_FugacitiesIdealLiquid(benchmark::State& state) {
     Tarvo::Core::stopKernel();
 }
 BENCHMARK(BM_FugacitiesIdealLiquid);
+
+// The activity coefficients of a UNIFAC liquid of ethanol, water, acetone and benzene (7 subgroups) at a
+// new temperature, as the flash asks for them at every iteration: the temperature-dependent interactions
+// and pure-component terms, then the mixture's.
+void BM_UnifacGammaFourComponents(benchmark::State& state) {
+    Tarvo::Core::startKernel();
+    components.clear();
+    for (const char* entry : {"ethanol", "water", "acetone", "benzene"})
+        components.add(newCatalogueComponent(entry, entry));
+    Phase::Activity::Unifac unifac;
+    const Vector x{Value(0.1), Value(0.4), Value(0.3), Value(0.2)};
+    double T = 330.0;
+    for (auto _ : state) {
+        unifac.prepare(Value(T, "K"), x);
+        benchmark::DoNotOptimize(unifac.gamma()[0].val());
+        T = T == 330.0 ? 331.0 : 330.0;
+    }
+    Tarvo::Core::stopKernel();
+}
+BENCHMARK(BM_UnifacGammaFourComponents)->Unit(benchmark::kMicrosecond);
 
 } // namespace

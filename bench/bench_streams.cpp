@@ -13,6 +13,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -71,24 +72,22 @@ void BM_FlashPhTwoPhase(benchmark::State& state) {
 }
 BENCHMARK(BM_FlashPhTwoPhase)->Unit(benchmark::kMicrosecond);
 
-// The Peng-Robinson stream of a natural gas (methane, ethane, propane, n-butane 0.7 / 0.1 / 0.1 / 0.1) at
-// 50 bar and 220 K, in its two-phase region: densities, K values and split from the substitution of the
-// start and Newton's method on the whole system.
-void BM_FlashPtPengRobinsonTwoPhase(benchmark::State& state) {
+// A PT flash of a stream of `type` on the catalogue entries given, at molar fractions x, P in bar and T in K.
+void catalogueFlash(benchmark::State& state, const std::string& type, const std::vector<std::string>& entries,
+                    const std::vector<double>& x, double P, double T) {
     Tarvo::Core::startKernel();
     components.clear();
-    for (const char* entry : {"methane", "ethane", "propane", "butane"}) components.add(newCatalogueComponent(entry, entry));
+    for (const std::string& entry : entries) components.add(newCatalogueComponent(entry, entry));
     registerPhases();
     registerStreams();
-    std::unique_ptr<Stream> s(dynamic_cast<Stream*>(NodeFactory::create(
-        "StreamPengRobinsonLiquidVapor", Tarvo::Persistency::Defaults("S", "stream"), 0, nullptr, nullptr, nullptr)));
+    std::unique_ptr<Stream> s(dynamic_cast<Stream*>(
+        NodeFactory::create(type, Tarvo::Persistency::Defaults("S", "stream"), 0, nullptr, nullptr, nullptr)));
     s->initializeNonPersistents();
     auto& total = dynamic_cast<Phase::MassMolar&>(*s->Tphase);
-    const double x[] = {0.7, 0.1, 0.1, 0.1};
     for (int i = 0; i < NCOMPONENTS; ++i) total.x[i] = x[i];
     total.ndot = Value(100.0, "kmol/h");
-    s->P = Value(50.0, "bar");
-    s->T = Value(220.0, "K");
+    s->P = Value(P, "bar");
+    s->T = Value(T, "K");
     s->flowoption.value() = "Nx";
     s->flashoption.value() = "PT";
     for (auto _ : state) {
@@ -96,9 +95,25 @@ void BM_FlashPtPengRobinsonTwoPhase(benchmark::State& state) {
         benchmark::DoNotOptimize(s->Tphase->totalFlow().toDouble());
     }
     state.counters["iterations"] = s->NITER_NLEFlash.value();
+    state.counters["vaporFraction"] = dynamic_cast<Phase::Mass&>(s->child("Vphase")).fraction.toDouble();
     s.reset();
     Tarvo::Core::stopKernel();
 }
+
+// The Peng-Robinson stream of a natural gas (methane, ethane, propane, n-butane 0.7 / 0.1 / 0.1 / 0.1) at
+// 50 bar and 220 K, in its two-phase region: densities, K values and split from the substitution of the
+// start and Newton's method on the whole system.
+void BM_FlashPtPengRobinsonTwoPhase(benchmark::State& state) {
+    catalogueFlash(state, "StreamPengRobinsonLiquidVapor", {"methane", "ethane", "propane", "butane"},
+                   {0.7, 0.1, 0.1, 0.1}, 50.0, 220.0);
+}
 BENCHMARK(BM_FlashPtPengRobinsonTwoPhase)->Unit(benchmark::kMicrosecond);
+
+// Ethanol / water 0.2 / 0.8 at 1.01325 bar and 360 K on a UNIFAC liquid and an ideal vapor, between its
+// bubble and dew points: K values from the liquid's activity coefficients at every iteration.
+void BM_FlashPtUnifacEthanolWater(benchmark::State& state) {
+    catalogueFlash(state, "StreamUnifacLiquidVapor", {"ethanol", "water"}, {0.2, 0.8}, 1.01325, 360.0);
+}
+BENCHMARK(BM_FlashPtUnifacEthanolWater)->Unit(benchmark::kMicrosecond);
 
 } // namespace

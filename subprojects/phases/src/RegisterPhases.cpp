@@ -1,6 +1,9 @@
 #include <tarvo/persistency/NodeFactory.h>
+#include <tarvo/phases/ActivityNrtl.h>
+#include <tarvo/phases/ActivityUnifac.h>
 #include <tarvo/phases/KwongRedlichSoave.h>
 #include <tarvo/phases/PengRobinson.h>
+#include <tarvo/phases/PhaseActivity.h>
 #include <tarvo/phases/PhaseEos.h>
 #include <tarvo/phases/PhaseGeneric.h>
 #include <tarvo/phases/PhaseIdeal.h>
@@ -34,6 +37,12 @@ template <typename E> void equationOfState(const std::string& name, const std::s
                                    Defaults().setString("typeP", type), "", iconSize, iconSize);
     }
 }
+
+// A liquid phase on an activity coefficient model: always liquid, so no type option.
+template <typename M> void activityModel(const std::string& name, const std::string& description) {
+    NodeFactory::registerType<PhaseActivity<M>>(name, description, "phase", false, {}, {}, {}, "", iconSize,
+                                                iconSize);
+}
 } // namespace
 
 void registerPhases() {
@@ -62,4 +71,11 @@ void registerPhases() {
     equationOfState<Phase::EosCubic::VanDerWaals>("PhaseVanDerWaals", "Van der Waals");
     equationOfState<Phase::EosCubic::PengRobinson>("PhasePengRobinson", "Peng-Robinson");
     equationOfState<Phase::EosCubic::KwongRedlichSoave>("PhaseKwongRedlichSoave", "Kwong-Redlich-Soave");
+    activityModel<Phase::Activity::Nrtl1>("PhaseNrtl1",
+                                          "Liquid phase based on the Non Random Two Liquids activity coefficient model "
+                                          "in the original formulation with temperature-independent bij");
+    activityModel<Phase::Activity::Nrtl2>("PhaseNrtl2",
+                                          "Liquid phase based on the Non Random Two Liquids activity coefficient model "
+                                          "with temperature-dependent bij and alfaij");
+    activityModel<Phase::Activity::Unifac>("PhaseUnifac", "Liquid phase based on the UNIFAC activity coefficient model");
 }

@@ -146,7 +146,8 @@ TEST_F(PhaseTest, PhaseTypesOfTheCatalogue) {
                                          "PhaseIdeal<solid>", "PhaseVanDerWaals", "PhaseVanDerWaals<vapor>",
                                          "PhaseVanDerWaals<liquid>", "PhasePengRobinson", "PhasePengRobinson<vapor>",
                                          "PhasePengRobinson<liquid>", "PhaseKwongRedlichSoave",
-                                         "PhaseKwongRedlichSoave<vapor>", "PhaseKwongRedlichSoave<liquid>"};
+                                         "PhaseKwongRedlichSoave<vapor>", "PhaseKwongRedlichSoave<liquid>",
+                                         "PhaseNrtl1", "PhaseNrtl2", "PhaseUnifac"};
     std::vector<std::string> registered;
     for (const auto& t : NodeFactory::types())
         if (t.category == "phase") registered.push_back(t.name);

@@ -93,6 +93,26 @@ void registerStreams() {
         alias("StreamVlTx", "Stream" + model + "LiquidVapor", based + ", with one liquid and one vapor phase",
               embeddedPair(vapor, liquid));
     }
+    const std::string unifac = "Stream based on the UNIFAC activity coefficient model";
+    alias("StreamOne", "StreamUnifacLiquid", unifac + ", with one liquid phase", embedded("PhaseUnifac"));
+    alias("StreamVlTx", "StreamUnifacLiquidVapor", unifac + ", with one liquid and one vapor phase",
+          embeddedPair("PhaseIdeal<vapor>", "PhaseUnifac"));
+    for (const auto& [model, formulation] :
+         {std::pair<std::string, std::string>{"Nrtl1", "in the original formulation with temperature-independent bij"},
+          {"Nrtl2", "with temperature-dependent bij and alfaij"}}) {
+        const std::string based =
+            "Stream based on the Non Random Two Liquids activity coefficient model " + formulation;
+        const std::string liquid = "Phase" + model;
+        alias("StreamOne", "Stream" + model + "Liquid", based + ", with one liquid phase", embedded(liquid));
+        alias("StreamOneSolid", "Stream" + model + "LiquidSolid", based + ", with one liquid and one solid phase",
+              embedded(liquid));
+        alias("StreamLlTx", "Stream" + model + "LiquidLiquid", based + ", with two liquids",
+              embeddedPair(liquid, liquid));
+        alias("StreamVlTx", "Stream" + model + "LiquidVapor", based + ", with one liquid and one vapor phase",
+              embeddedPair("PhaseIdeal<vapor>", liquid));
+        alias("StreamSolidVlTx", "Stream" + model + "LiquidSolidVapor",
+              based + ", with one liquid, one solid and one vapor phase", embeddedPair("PhaseIdeal<vapor>", liquid));
+    }
     alias("StreamOneSolid", "StreamKwongRedlichSoaveSolidVapor",
           "Stream based on the Kwong-Redlich-Soave equation of state with one solid and one vapor phase",
           embedded("PhaseKwongRedlichSoave<vapor>"));

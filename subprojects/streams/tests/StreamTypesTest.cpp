@@ -49,6 +49,20 @@ TEST_F(StreamTest, EveryRegisteredStreamCalculatesFromItsDefaults) {
     for (const auto& type : NodeFactory::types()) {
         if (type.category != "stream") continue;
         ++streams;
+        if (type.name.find("Unifac") != std::string::npos) {
+            // The kernel's gases have no UNIFAC groups: refused by name, not calculated into NaN.
+            std::string refusal;
+            std::unique_ptr<Node> node(NodeFactory::create(type.name, {"S1", "test stream"}, 0, nullptr, nullptr, nullptr));
+            try {
+                auto& s = dynamic_cast<Stream&>(*node);
+                s.initializeNonPersistents();
+                s.calculate(0);
+            } catch (const Error& e) {
+                refusal = e.message();
+            }
+            EXPECT_NE(refusal.find("component CO2 has no UNIFAC groups assigned"), std::string::npos) << type.name;
+            continue;
+        }
         auto s = make(type.name);
         ASSERT_TRUE(s) << type.name;
         EXPECT_NO_THROW(s->calculate(0)) << type.name;

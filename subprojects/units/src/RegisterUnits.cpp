@@ -81,6 +81,15 @@ void registerUnits() {
     withInnerStream("FlashDegasser", "StreamKwongRedlichSoaveLiquidSolidVapor",
                     "Flash drum with a vapor and a condensate outlet, Kwong-Redlich-Soave vapor and liquid phases "
                     "and an ideal solid phase");
+    for (const std::string model : {"Nrtl1", "Nrtl2"}) {
+        withInnerStream("FlashDegasser", "Stream" + model + "LiquidVapor",
+                        "Flash drum with a vapor and a condensate outlet, ideal vapor and " + model + " liquid phases");
+        withInnerStream("FlashDegasser", "Stream" + model + "LiquidSolidVapor",
+                        "Flash drum with a vapor and a condensate outlet, ideal vapor, " + model +
+                            " liquid and ideal solid phases");
+    }
+    withInnerStream("FlashDegasser", "StreamUnifacLiquidVapor",
+                    "Flash drum with a vapor and a condensate outlet, ideal vapor and UNIFAC liquid phases");
     unit<Multiplier>("Multiplier", "Copies a stream");
     unit<Exchanger>("Exchanger", "Heat exchanger between a hot and a cold stream", drumIntegers,
                     {{"option", "Calculation mode", "UA", ""}});
