@@ -28,6 +28,8 @@ public:
     virtual Value density(const Value& reduced) const = 0;
     // The pseudo-critical temperature of x: the molar mean of the critical temperatures.
     virtual Value pseudoCriticalTemperature(const Vector& x) const = 0;
+    // The largest beta that settleDensity tries: betaHigh where beta is a fraction of the covolume.
+    virtual double betaMax() const { return betaHigh; }
 
     // The pressure that the flash's residual sees at the stored beta, after precompute(T, x); a phase on
     // the wrong side of betac, or where the pressure falls with the density, gets one that pushes beta back.
