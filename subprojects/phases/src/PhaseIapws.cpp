@@ -87,8 +87,7 @@ void Iapws::initialize(const Vector&, const Value& rho, const Value&) {
 
 void Iapws::prepare(const Value& T, const Vector& x) { precompute(T, x); }
 
-void Iapws::precompute(const Value& T, const Vector& x) const {
-    water_(x);
+void Iapws::precompute(const Value& T, const Vector&) const {
     tau_ = criticalT() / T;
     ideal_ = Iapws95::ideal(beta.active(), tau_.active());
     residual_ = Iapws95::residual(beta.active(), tau_.active());
@@ -158,13 +157,25 @@ void Iapws::calculatePressureEos_(const Value& T, const Vector&, PhaseType type,
         P = pressure(beta, T);
         return;
     }
-    const Value e(end);
-    P = pressure(e, T) + dpdbeta(e, T) * (beta - e);
+    const Value e(end), Pend = pressure(e, T), slopeEnd = dpdbeta(e, T);
+    // A liquid whose branch ends at a positive pressure goes on as Pend (beta / end)^k, with the value
+    // and the slope of the end: a tangent could cross zero pressure at a positive beta, and a pressure
+    // below that would have no root.
+    if (type != PhaseType::vapor && Pend.toDouble() > 0)
+        P = Pend * exp(slopeEnd * e / Pend * log(beta / e));
+    else
+        P = Pend + slopeEnd * (beta - e);
     TARVO_LOG(4) << "corrected pressure = " << P.toDouble() << " beyond delta = " << end;
 }
 
-void Iapws::preparefugacity(const Value& P, const Value& T, const Vector& x, const Value&) const {
-    water_(x);
+Value Iapws::calculateResiduals(const Value& P, const Value& T, const Vector& x, PhaseType type) {
+    if (type == PhaseType::vapor) return EosInterface::calculateResiduals(P, T, x, type);
+    Value seen;
+    calculatePressureEos_(T, x, type, seen);
+    return (seen - P) / (P + criticalMolarDensity() * molarGasConstant() * T);
+}
+
+void Iapws::preparefugacity(const Value& P, const Value& T, const Vector&, const Value&) const {
     for (Value& l : lnphi_) l = 0.0;
     // ln phi = phir + delta phir_delta + ln(rho R T / P): the fugacity rho R T exp(phir + delta phir_delta)
     // of the state at delta over the flash's pressure, so that a liquid and a vapor at the same T and P

@@ -1,5 +1,6 @@
 #include <tarvo/persistency/NodeFactory.h>
 #include <tarvo/streams/RegisterStreams.h>
+#include <tarvo/streams/StreamIapwsLiquidVapor.h>
 #include <tarvo/streams/StreamOne.h>
 #include <tarvo/streams/StreamOneSolid.h>
 #include <tarvo/streams/StreamSimple.h>
@@ -99,4 +100,9 @@ void registerStreams() {
     alias("StreamSolidVlTx", "StreamKwongRedlichSoaveLiquidSolidVapor",
           "Stream based on the Kwong-Redlich-Soave equation of state, with one liquid, one solid and one vapor phase",
           embeddedPair("PhaseKwongRedlichSoave<vapor>", "PhaseKwongRedlichSoave<liquid>"));
+
+    const std::string iapws = "Stream based on the IAPWS-95 equation of state";
+    alias("StreamOne", "StreamIapwsVapor", iapws + " with one vapor phase", embedded("PhaseIapws<vapor>"));
+    alias("StreamOne", "StreamIapwsLiquid", iapws + " with one liquid phase", embedded("PhaseIapws<liquid>"));
+    stream<StreamIapwsLiquidVapor>("StreamIapwsLiquidVapor", iapws + " with one liquid and one vapor phase");
 }

@@ -35,7 +35,7 @@ public:
     // the wrong side of betac, or where the pressure falls with the density, gets one that pushes beta back.
     virtual void calculatePressureEos_(const Value& T, const Vector& x, PhaseType type, Value& P);
     // The residual of the density unknown at the flash's pressure, after precompute(T, x).
-    Value calculateResiduals(const Value& P, const Value& T, const Vector& x, PhaseType type);
+    virtual Value calculateResiduals(const Value& P, const Value& T, const Vector& x, PhaseType type);
     // beta at (P, T) from its estimate, by the iteration that the flash itself would make on this phase
     // alone: the start of a flash, whose searches need the phases' state at each of their points. beta
     // carries the derivatives that P, T and x carry, through one Newton correction in Values.

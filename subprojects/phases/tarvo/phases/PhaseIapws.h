@@ -22,7 +22,9 @@ double iapwsSaturationTemperatureEstimate(double P);
 // 298.15 K instead, so that liquid water there is near -2.86e8 J/kmol where this phase has 1.9e6: a
 // flowsheet that joins water from both kinds of stream must not mix their enthalpies.
 //
-// Every operation throws if a component other than water is present.
+// The properties (pressure, density, enthalpy, entropy, heat capacity) throw if a component other than
+// water is present. The set-up and the fugacities, which a stream calls while its phases still hold a
+// start composition, read water's share alone.
 class Iapws : public Ideal, public EosInterface {
 public:
     Iapws();
@@ -44,10 +46,14 @@ public:
     Value density(const Value& reduced) const override;
     Value pseudoCriticalTemperature(const Vector& x) const override;
     double betaMax() const override;
-    // Where beta has left the stable branch of the phase's type, the pressure goes on along the tangent
-    // at the end of that branch, so that any positive pressure has a root: the flash may ask a vapor
+    // Where beta has left the stable branch of the phase's type, the pressure goes on smoothly from the
+    // end of that branch, rising with beta, so that any positive pressure has a root: the flash may ask a vapor
     // for a state of compressed liquid, and a liquid for a superheated vapor.
     void calculatePressureEos_(const Value& T, const Vector& x, PhaseType type, Value& P) override;
+    // A liquid's pressure moves by some 1e9 Pa per unit of delta: relative to a pressure of a few hundred
+    // Pa, the rounding of delta alone would leave a residual above the flash's tolerance. Its residual is
+    // relative to P plus rhoc R T instead; a vapor's stays relative to P, to keep its dilute density exact.
+    Value calculateResiduals(const Value& P, const Value& T, const Vector& x, PhaseType type) override;
 
     // The end of the stable branch of a phase of `type` at T: the reduced density where the slope of the
     // pressure in it falls to a fiftieth of the ideal gas's; 1 above the critical temperature.
