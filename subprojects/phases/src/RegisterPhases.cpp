@@ -5,6 +5,7 @@
 #include <tarvo/phases/PhaseGeneric.h>
 #include <tarvo/phases/PhaseIapws.h>
 #include <tarvo/phases/PhaseIdeal.h>
+#include <tarvo/phases/PhasePcsaft.h>
 #include <tarvo/phases/VanDerWaals.h>
 #include <tarvo/phases/PhaseSimple.h>
 #include <tarvo/phases/PhaseSimpleTotal.h>
@@ -64,4 +65,5 @@ void registerPhases() {
     equationOfState<Phase::Eos<Phase::EosCubic::PengRobinson>>("PhasePengRobinson", "Peng-Robinson");
     equationOfState<Phase::Eos<Phase::EosCubic::KwongRedlichSoave>>("PhaseKwongRedlichSoave", "Kwong-Redlich-Soave");
     equationOfState<Phase::Iapws>("PhaseIapws", "IAPWS-95");
+    equationOfState<Phase::Pcsaft>("PhasePcsaft", "PC-SAFT");
 }

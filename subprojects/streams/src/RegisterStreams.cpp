@@ -86,7 +86,8 @@ void registerStreams() {
           embeddedPair("PhaseIdeal<vapor>", "PhaseIdeal<liquid>"));
 
     for (const auto& [model, equation] : {std::pair<std::string, std::string>{"KwongRedlichSoave", "Kwong-Redlich-Soave"},
-                                          {"PengRobinson", "Peng-Robinson"}}) {
+                                          {"PengRobinson", "Peng-Robinson"},
+                                          {"Pcsaft", "PC-SAFT"}}) {
         const std::string based = "Stream based on the " + equation + " equation of state";
         const std::string vapor = "Phase" + model + "<vapor>", liquid = "Phase" + model + "<liquid>";
         alias("StreamOne", "Stream" + model + "Vapor", based + " with one vapor phase", embedded(vapor));
