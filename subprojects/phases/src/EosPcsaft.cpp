@@ -86,17 +86,15 @@ std::pair<Active, Active> EosPcsaft::helmholtz_(const Active& T, const Active& r
 void EosPcsaft::precompute(const Value& T, const Vector& x) const {
     const int n = NCOMPONENTS;
     Value s = 0.0;
-    for (int i = 0; i < n; ++i) {
-        if (x[i].toDouble() > 0 && !(PcsaftParameters::m[i] > 0))
-            throw ErrorRunTime("Phase::EosPcsaft", "no PC-SAFT parameters for " + components[i]->name);
-        s += x[i];
-    }
+    for (int i = 0; i < n; ++i)
+        if (PcsaftParameters::m[i] > 0) s += x[i];
     x_.assign(n, Value(0.0));
     chainVolume_ = 0.0;
     const Value t = T / Value(1.0, "K");
     for (int i = 0; i < n; ++i) {
         // A phase that carries nothing yet takes the equimolar mixture of the components with parameters.
-        x_[i] = s.toDouble() > 0 ? x[i] / s : Value(PcsaftParameters::m[i] > 0 ? 1.0 : 0.0);
+        if (!(PcsaftParameters::m[i] > 0)) continue;
+        x_[i] = s.toDouble() > 0 ? x[i] / s : Value(1.0);
         const Value di = sigma[i] * (1.0 - 0.12 * exp(-3.0 * epsilon[i] / t));
         chainVolume_ += x_[i] * PcsaftParameters::m[i] * di * di * di;
     }
@@ -106,6 +104,12 @@ void EosPcsaft::precompute(const Value& T, const Vector& x) const {
         for (Value& f : x_) f /= count;
         chainVolume_ /= count;
     }
+}
+
+void EosPcsaft::requireParameters(const Vector& x) const {
+    for (int i = 0; i < NCOMPONENTS; ++i)
+        if (x[i].toDouble() > 0 && !(PcsaftParameters::m[i] > 0))
+            throw ErrorRunTime("Phase::EosPcsaft", "no PC-SAFT parameters for " + components[i]->name);
 }
 
 void EosPcsaft::estimate(const Value&, const Value&, const Vector&, PhaseType type) {

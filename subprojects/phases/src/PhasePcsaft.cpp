@@ -66,18 +66,21 @@ void Pcsaft::preparefugacity(const Value& P, const Value& T, const Vector& x, co
 }
 
 const Value& Pcsaft::calculate_P_(const Value& rho, const Value& T, const Vector& x, const Value&) const {
+    requireParameters(x);
     precompute(T, x);
     P_ = pressure(rho / density(one), T);
     return P_;
 }
 
 const Value& Pcsaft::calculate_rho_(const Value&, const Value& T, const Vector& x) const {
+    requireParameters(x);
     precompute(T, x);
     rho_ = density(beta);
     return rho_;
 }
 
 const Value& Pcsaft::calculate_H_(const Value& P, const Value& T, const Vector& x) const {
+    requireParameters(x);
     precompute(T, x);
     const Value departure = sum(x) * residualEnthalpy(T);
     sumH_(PhaseType::vapor, P, T, x);
@@ -86,6 +89,7 @@ const Value& Pcsaft::calculate_H_(const Value& P, const Value& T, const Vector& 
 }
 
 const Value& Pcsaft::calculate_S_(const Value& P, const Value& T, const Vector& x) const {
+    requireParameters(x);
     precompute(T, x);
     const Value departure = sum(x) * residualEntropy(T);
     sumS_(PhaseType::vapor, P, T, x);
@@ -94,6 +98,7 @@ const Value& Pcsaft::calculate_S_(const Value& P, const Value& T, const Vector& 
 }
 
 const Value& Pcsaft::calculate_Cp_(const Value& P, const Value& T, const Vector& x) const {
+    requireParameters(x);
     precompute(T, x);
     const Value departure = sum(x) * residualHeatCapacity(T);
     sumCp_(PhaseType::vapor, P, T, x);

@@ -146,7 +146,9 @@ TEST_F(PhaseTest, PhaseTypesOfTheCatalogue) {
                                          "PhaseIdeal<solid>", "PhaseVanDerWaals", "PhaseVanDerWaals<vapor>",
                                          "PhaseVanDerWaals<liquid>", "PhasePengRobinson", "PhasePengRobinson<vapor>",
                                          "PhasePengRobinson<liquid>", "PhaseKwongRedlichSoave",
-                                         "PhaseKwongRedlichSoave<vapor>", "PhaseKwongRedlichSoave<liquid>"};
+                                         "PhaseKwongRedlichSoave<vapor>", "PhaseKwongRedlichSoave<liquid>",
+                                         "PhaseIapws", "PhaseIapws<vapor>", "PhaseIapws<liquid>",
+                                         "PhasePcsaft", "PhasePcsaft<vapor>", "PhasePcsaft<liquid>"};
     std::vector<std::string> registered;
     for (const auto& t : NodeFactory::types())
         if (t.category == "phase") registered.push_back(t.name);

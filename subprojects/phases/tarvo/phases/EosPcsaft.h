@@ -18,7 +18,10 @@ template <typename S> S pcsaftResidualHelmholtz(const S& T, const S& rho, const 
 // which lies below 0.74 for any fluid; the critical one is the estimate of betac.
 class EosPcsaft : public PcsaftParameters, public EosCubic::KwongRedlichSoave {
 public:
+    // Components without parameters count as absent here: a stream's phases hold a start composition
+    // before the feed reaches them. requireParameters throws for one that is present.
     void precompute(const Value& T, const Vector& x) const override;
+    void requireParameters(const Vector& x) const;
     // 1e-5 for a vapor, 0.5 for any other type.
     void estimate(const Value& P, const Value& T, const Vector& x, PhaseType type) override;
     Value betac(const Vector& x) const override;
