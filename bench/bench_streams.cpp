@@ -13,6 +13,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -71,26 +72,26 @@ void BM_FlashPhTwoPhase(benchmark::State& state) {
 }
 BENCHMARK(BM_FlashPhTwoPhase)->Unit(benchmark::kMicrosecond);
 
-// The Peng-Robinson stream of a natural gas (methane, ethane, propane, n-butane 0.7 / 0.1 / 0.1 / 0.1) at
-// 50 bar and 220 K, in its two-phase region: densities, K values and split from the substitution of the
-// start and Newton's method on the whole system.
-void BM_FlashPtPengRobinsonTwoPhase(benchmark::State& state) {
+// A stream of `type` on the catalogue entries given (the kernel's five species for none), recalculated
+// at (P, T) or at P and a vapor fraction.
+void eosFlash(benchmark::State& state, const std::string& type, const std::vector<std::string>& entries,
+              const std::vector<double>& x, double P, double T, const std::string& mode, double fraction = 0) {
     Tarvo::Core::startKernel();
-    components.clear();
-    for (const char* entry : {"methane", "ethane", "propane", "butane"}) components.add(newCatalogueComponent(entry, entry));
+    if (!entries.empty()) components.clear();
+    for (const std::string& entry : entries) components.add(newCatalogueComponent(entry, entry));
     registerPhases();
     registerStreams();
-    std::unique_ptr<Stream> s(dynamic_cast<Stream*>(NodeFactory::create(
-        "StreamPengRobinsonLiquidVapor", Tarvo::Persistency::Defaults("S", "stream"), 0, nullptr, nullptr, nullptr)));
+    std::unique_ptr<Stream> s(dynamic_cast<Stream*>(
+        NodeFactory::create(type, Tarvo::Persistency::Defaults("S", "stream"), 0, nullptr, nullptr, nullptr)));
     s->initializeNonPersistents();
     auto& total = dynamic_cast<Phase::MassMolar&>(*s->Tphase);
-    const double x[] = {0.7, 0.1, 0.1, 0.1};
     for (int i = 0; i < NCOMPONENTS; ++i) total.x[i] = x[i];
     total.ndot = Value(100.0, "kmol/h");
-    s->P = Value(50.0, "bar");
-    s->T = Value(220.0, "K");
+    s->P = Value(P, "Pa");
+    s->T = Value(T, "K");
     s->flowoption.value() = "Nx";
-    s->flashoption.value() = "PT";
+    s->flashoption.value() = mode;
+    if (mode == "PA") dynamic_cast<Phase::Mass&>(s->child("Vphase")).fraction = fraction;
     for (auto _ : state) {
         s->calculate(0);
         benchmark::DoNotOptimize(s->Tphase->totalFlow().toDouble());
@@ -99,6 +100,27 @@ void BM_FlashPtPengRobinsonTwoPhase(benchmark::State& state) {
     s.reset();
     Tarvo::Core::stopKernel();
 }
+
+// The Peng-Robinson stream of a natural gas (methane, ethane, propane, n-butane 0.7 / 0.1 / 0.1 / 0.1) at
+// 50 bar and 220 K, in its two-phase region: densities, K values and split from the substitution of the
+// start and Newton's method on the whole system.
+void BM_FlashPtPengRobinsonTwoPhase(benchmark::State& state) {
+    eosFlash(state, "StreamPengRobinsonLiquidVapor", {"methane", "ethane", "propane", "butane"}, {0.7, 0.1, 0.1, 0.1},
+             50e5, 220.0, "PT");
+}
 BENCHMARK(BM_FlashPtPengRobinsonTwoPhase)->Unit(benchmark::kMicrosecond);
+
+// PC-SAFT: propane / n-butane 0.5 / 0.5 at 6 bar and 300 K, inside the two-phase region.
+void BM_FlashPtPcsaftBinary(benchmark::State& state) {
+    eosFlash(state, "StreamPcsaftLiquidVapor", {"propane", "butane"}, {0.5, 0.5}, 6e5, 300.0, "PT");
+}
+BENCHMARK(BM_FlashPtPcsaftBinary)->Unit(benchmark::kMicrosecond);
+
+// Saturated water on IAPWS-95 at 450 K's saturation pressure (0.932203564 MPa) and a vapor fraction of
+// 0.3: the temperature, both densities and the split.
+void BM_FlashPaIapwsSaturatedWater(benchmark::State& state) {
+    eosFlash(state, "StreamIapwsLiquidVapor", {}, {0, 0, 1, 0, 0}, 932203.564, 400.0, "PA", 0.3);
+}
+BENCHMARK(BM_FlashPaIapwsSaturatedWater)->Unit(benchmark::kMicrosecond);
 
 } // namespace

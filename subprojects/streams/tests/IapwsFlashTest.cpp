@@ -111,3 +111,28 @@ TEST_F(IapwsFlashTest, AnotherComponentBesideWaterEndsWithAClearError) {
         EXPECT_NE(text.find("IAPWS-95 phases hold water alone: CO2 is present"), std::string::npos) << type << ": " << text;
     }
 }
+
+// The water streams keep the release's reference (u = s = 0 for the liquid at the triple point), the
+// ideal ones the kernel's (the elements at 298.15 K): liquid water differs by a constant near
+// -2.88e8 J/kmol, about the enthalpy of formation of the liquid. Differences of enthalpy agree as far as
+// the kernel's liquid routes follow the release (4 % over 300 to 350 K), so a unit may compare heat
+// duties of either kind of stream, but must never add or mix enthalpies of the two.
+TEST_F(IapwsFlashTest, EnthalpyReferencesDifferByAConstant) {
+    double offset[2], rise[2];
+    for (int k = 0; k < 2; ++k) {
+        double H[2];
+        for (int j = 0; j < 2; ++j) {
+            auto s = make(j == 0 ? "StreamIapwsLiquid" : "StreamLiquid");
+            feed(*s, 10.0, water, 101325.0, k == 0 ? 300.0 : 350.0);
+            s->calculate(0);
+            ASSERT_TRUE(s->errorList().empty()) << s->errorList().front();
+            H[j] = total(*s).H.toDouble("J/kmol");
+        }
+        offset[k] = H[1] - H[0];
+        rise[k] = H[0];
+    }
+    EXPECT_LT(offset[0], -2.8e8);
+    EXPECT_GT(offset[0], -2.95e8);
+    // 50 K of liquid water is 3.77e6 J/kmol by the release; the offset moves by 1.5e5 J/kmol of it.
+    EXPECT_NEAR(offset[1], offset[0], 0.05 * (rise[1] - rise[0]));
+}

@@ -19,8 +19,8 @@ double iapwsSaturationTemperatureEstimate(double P);
 //
 // Enthalpy and entropy keep the release's own reference: u = s = 0 for the saturated liquid at the
 // triple point. The ideal phases of the kernel count from the elements' enthalpies of formation at
-// 298.15 K instead, so that liquid water there is near -2.86e8 J/kmol where this phase has 1.9e6: a
-// flowsheet that joins water from both kinds of stream must not mix their enthalpies.
+// 298.15 K instead: liquid water at 300 K and 1 atm is 2.878e8 J/kmol lower there than here. A flowsheet
+// that joins water from both kinds of stream must not mix their enthalpies.
 //
 // The properties (pressure, density, enthalpy, entropy, heat capacity) throw if a component other than
 // water is present. The set-up and the fugacities, which a stream calls while its phases still hold a
