@@ -123,7 +123,9 @@ Value Iapws::pseudoCriticalTemperature(const Vector&) const { return criticalT()
 double Iapws::betaMax() const { return 5.0; }
 
 double Iapws::branchEnd(double T, PhaseType type) const {
-    if (T >= criticalTemperature) return 1.0;
+    // Above the critical temperature every density is stable: the vapor has all of them, the liquid
+    // those above the critical density.
+    if (T >= criticalTemperature) return type == PhaseType::vapor ? betaMax() : 1.0;
     const int k = type == PhaseType::vapor ? 0 : 1;
     if (endT_[k] == T) return end_[k];
     const double tau = criticalTemperature / T;
@@ -160,9 +162,10 @@ void Iapws::calculatePressureEos_(const Value& T, const Vector&, PhaseType type,
     const Value e(end), Pend = pressure(e, T), slopeEnd = dpdbeta(e, T);
     // A liquid whose branch ends at a positive pressure goes on as Pend (beta / end)^k, with the value
     // and the slope of the end: a tangent could cross zero pressure at a positive beta, and a pressure
-    // below that would have no root.
+    // below that would have no root. k is at least 1, or the flat isotherms just above the critical
+    // temperature would put the root of a low pressure below the smallest number.
     if (type != PhaseType::vapor && Pend.toDouble() > 0)
-        P = Pend * exp(slopeEnd * e / Pend * log(beta / e));
+        P = Pend * exp((slopeEnd * e / Pend).toDouble() > 1 ? slopeEnd * e / Pend * log(beta / e) : log(beta / e));
     else
         P = Pend + slopeEnd * (beta - e);
     TARVO_LOG(4) << "corrected pressure = " << P.toDouble() << " beyond delta = " << end;
