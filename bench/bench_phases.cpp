@@ -7,6 +7,7 @@
 #include <tarvo/persistency/NodeFactory.h>
 #include <tarvo/phases/ActivityUnifac.h>
 #include <tarvo/phases/PhaseGeneric.h>
+#include <tarvo/phases/PhaseIapws.h>
 #include <tarvo/phases/RegisterPhases.h>
 
 #include <benchmark/benchmark.h>
@@ -121,5 +122,33 @@ void BM_UnifacGammaFourComponents(benchmark::State& state) {
     Tarvo::Core::stopKernel();
 }
 BENCHMARK(BM_UnifacGammaFourComponents)->Unit(benchmark::kMicrosecond);
+
+// One IAPWS-95 evaluation at (T, rho): the ideal and residual parts with their derivatives in plain
+// numbers, and the enthalpy and pressure of the phase, which evaluate them in Values.
+void BM_Iapws95HelmholtzDouble(benchmark::State& state) {
+    const double delta = 838.025 / 322.0, tau = 647.096 / 500.0;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(Phase::Iapws95::residual(delta, tau).dd);
+        benchmark::DoNotOptimize(Phase::Iapws95::ideal(delta, tau).tt);
+    }
+}
+BENCHMARK(BM_Iapws95HelmholtzDouble);
+
+void BM_Iapws95PropertiesActive(benchmark::State& state) {
+    Tarvo::Core::startKernel();
+    {
+        Phase::Iapws water;
+        Vector x(NCOMPONENTS, Value(0.0));
+        x[2] = 1.0;
+        const Value T(500.0, "K"), P(1e7, "Pa");
+        water.beta = 838.025 / 322.0;
+        for (auto _ : state) {
+            benchmark::DoNotOptimize(water.calculate_H_(P, T, x).toDouble());
+            benchmark::DoNotOptimize(water.calculate_P_(water.density(water.beta), T, x, one).toDouble());
+        }
+    }
+    Tarvo::Core::stopKernel();
+}
+BENCHMARK(BM_Iapws95PropertiesActive);
 
 } // namespace

@@ -72,11 +72,12 @@ void BM_FlashPhTwoPhase(benchmark::State& state) {
 }
 BENCHMARK(BM_FlashPhTwoPhase)->Unit(benchmark::kMicrosecond);
 
-// A PT flash of a stream of `type` on the catalogue entries given, at molar fractions x, P in bar and T in K.
+// A stream of `type` on the catalogue entries given (the kernel's five species for none), recalculated
+// at (P, T) or at P and a vapor fraction.
 void catalogueFlash(benchmark::State& state, const std::string& type, const std::vector<std::string>& entries,
-                    const std::vector<double>& x, double P, double T) {
+              const std::vector<double>& x, double P, double T, const std::string& mode, double fraction = 0) {
     Tarvo::Core::startKernel();
-    components.clear();
+    if (!entries.empty()) components.clear();
     for (const std::string& entry : entries) components.add(newCatalogueComponent(entry, entry));
     registerPhases();
     registerStreams();
@@ -86,10 +87,11 @@ void catalogueFlash(benchmark::State& state, const std::string& type, const std:
     auto& total = dynamic_cast<Phase::MassMolar&>(*s->Tphase);
     for (int i = 0; i < NCOMPONENTS; ++i) total.x[i] = x[i];
     total.ndot = Value(100.0, "kmol/h");
-    s->P = Value(P, "bar");
+    s->P = Value(P, "Pa");
     s->T = Value(T, "K");
     s->flowoption.value() = "Nx";
-    s->flashoption.value() = "PT";
+    s->flashoption.value() = mode;
+    if (mode == "PA") dynamic_cast<Phase::Mass&>(s->child("Vphase")).fraction = fraction;
     for (auto _ : state) {
         s->calculate(0);
         benchmark::DoNotOptimize(s->Tphase->totalFlow().toDouble());
@@ -104,16 +106,29 @@ void catalogueFlash(benchmark::State& state, const std::string& type, const std:
 // 50 bar and 220 K, in its two-phase region: densities, K values and split from the substitution of the
 // start and Newton's method on the whole system.
 void BM_FlashPtPengRobinsonTwoPhase(benchmark::State& state) {
-    catalogueFlash(state, "StreamPengRobinsonLiquidVapor", {"methane", "ethane", "propane", "butane"},
-                   {0.7, 0.1, 0.1, 0.1}, 50.0, 220.0);
+    catalogueFlash(state, "StreamPengRobinsonLiquidVapor", {"methane", "ethane", "propane", "butane"}, {0.7, 0.1, 0.1, 0.1},
+             50e5, 220.0, "PT");
 }
 BENCHMARK(BM_FlashPtPengRobinsonTwoPhase)->Unit(benchmark::kMicrosecond);
 
 // Ethanol / water 0.2 / 0.8 at 1.01325 bar and 360 K on a UNIFAC liquid and an ideal vapor, between its
 // bubble and dew points: K values from the liquid's activity coefficients at every iteration.
 void BM_FlashPtUnifacEthanolWater(benchmark::State& state) {
-    catalogueFlash(state, "StreamUnifacLiquidVapor", {"ethanol", "water"}, {0.2, 0.8}, 1.01325, 360.0);
+    catalogueFlash(state, "StreamUnifacLiquidVapor", {"ethanol", "water"}, {0.2, 0.8}, 1.01325e5, 360.0, "PT");
 }
 BENCHMARK(BM_FlashPtUnifacEthanolWater)->Unit(benchmark::kMicrosecond);
+
+// PC-SAFT: propane / n-butane 0.5 / 0.5 at 6 bar and 300 K, inside the two-phase region.
+void BM_FlashPtPcsaftBinary(benchmark::State& state) {
+    catalogueFlash(state, "StreamPcsaftLiquidVapor", {"propane", "butane"}, {0.5, 0.5}, 6e5, 300.0, "PT");
+}
+BENCHMARK(BM_FlashPtPcsaftBinary)->Unit(benchmark::kMicrosecond);
+
+// Saturated water on IAPWS-95 at 450 K's saturation pressure (0.932203564 MPa) and a vapor fraction of
+// 0.3: the temperature, both densities and the split.
+void BM_FlashPaIapwsSaturatedWater(benchmark::State& state) {
+    catalogueFlash(state, "StreamIapwsLiquidVapor", {}, {0, 0, 1, 0, 0}, 932203.564, 400.0, "PA", 0.3);
+}
+BENCHMARK(BM_FlashPaIapwsSaturatedWater)->Unit(benchmark::kMicrosecond);
 
 } // namespace

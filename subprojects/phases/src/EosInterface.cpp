@@ -74,7 +74,7 @@ void EosInterface::settleDensity(const Value& P, const Value& T, const Vector& x
         return calculateResiduals(P, T, x, type).toDouble();
     };
     // Newton's method in plain numbers, with a difference quotient for the slope of the bent pressure,
-    // kept inside (betaLow, betaHigh).
+    // kept inside (betaLow, betaMax()).
     double b = beta.toDouble(), slope = 1;
     for (int k = 0; k < maxSteps; ++k) {
         const double f = residual(b);
@@ -83,7 +83,7 @@ void EosInterface::settleDensity(const Value& P, const Value& T, const Vector& x
         if (!(slope > 0) || !std::isfinite(f)) break; // no direction: the flash goes on from here
         double next = b - f / slope;
         if (next <= betaLow) next = 0.1 * b;
-        if (next >= betaHigh) next = 0.5 * (b + betaHigh);
+        if (next >= betaMax()) next = 0.5 * (b + betaMax());
         const bool done = std::fabs(next - b) <= stepTolerance * b;
         b = next;
         if (done) break;

@@ -6,7 +6,9 @@
 #include <tarvo/phases/PhaseActivity.h>
 #include <tarvo/phases/PhaseEos.h>
 #include <tarvo/phases/PhaseGeneric.h>
+#include <tarvo/phases/PhaseIapws.h>
 #include <tarvo/phases/PhaseIdeal.h>
+#include <tarvo/phases/PhasePcsaft.h>
 #include <tarvo/phases/VanDerWaals.h>
 #include <tarvo/phases/PhaseSimple.h>
 #include <tarvo/phases/PhaseSimpleTotal.h>
@@ -26,10 +28,10 @@ std::string capitalized(std::string word) {
     return word;
 }
 
-// A fluid phase on an equation of state, registered as `name` with its vapor and liquid aliases.
-template <typename E> void equationOfState(const std::string& name, const std::string& equation) {
+// A fluid phase on the equation-of-state model M, registered as `name` with its vapor and liquid aliases.
+template <typename M> void equationOfState(const std::string& name, const std::string& equation) {
     const std::string description = "phase based on the " + equation + " equation of state";
-    NodeFactory::registerType<PhaseGeneric<Phase::Eos<E>>>(
+    NodeFactory::registerType<PhaseGeneric<M>>(
         name, description, "phase", false, {},
         {StringOption{"typeP", "the phase type", "liquid", "phaseTypeEnum1"}}, {}, "", iconSize, iconSize);
     for (const std::string type : {"vapor", "liquid"}) {
@@ -68,9 +70,7 @@ void registerPhases() {
         NodeFactory::registerAlias("PhaseIdeal", "PhaseIdeal<" + type + ">", capitalized(type) + " ideal phase",
                                    Defaults().setString("typeP", type), "", iconSize, iconSize);
     }
-    equationOfState<Phase::EosCubic::VanDerWaals>("PhaseVanDerWaals", "Van der Waals");
-    equationOfState<Phase::EosCubic::PengRobinson>("PhasePengRobinson", "Peng-Robinson");
-    equationOfState<Phase::EosCubic::KwongRedlichSoave>("PhaseKwongRedlichSoave", "Kwong-Redlich-Soave");
+    equationOfState<Phase::Iapws>("PhaseIapws", "IAPWS-95");
     activityModel<Phase::Activity::Nrtl1>("PhaseNrtl1",
                                           "Liquid phase based on the Non Random Two Liquids activity coefficient model "
                                           "in the original formulation with temperature-independent bij");
@@ -78,4 +78,8 @@ void registerPhases() {
                                           "Liquid phase based on the Non Random Two Liquids activity coefficient model "
                                           "with temperature-dependent bij and alfaij");
     activityModel<Phase::Activity::Unifac>("PhaseUnifac", "Liquid phase based on the UNIFAC activity coefficient model");
+    equationOfState<Phase::Pcsaft>("PhasePcsaft", "PC-SAFT");
+    equationOfState<Phase::Eos<Phase::EosCubic::VanDerWaals>>("PhaseVanDerWaals", "Van der Waals");
+    equationOfState<Phase::Eos<Phase::EosCubic::PengRobinson>>("PhasePengRobinson", "Peng-Robinson");
+    equationOfState<Phase::Eos<Phase::EosCubic::KwongRedlichSoave>>("PhaseKwongRedlichSoave", "Kwong-Redlich-Soave");
 }

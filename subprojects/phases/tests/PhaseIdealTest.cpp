@@ -143,11 +143,13 @@ TEST_F(PhaseTest, PhaseTypesOfTheCatalogue) {
     const std::vector<std::string> names{"PhaseSimple",  "PhaseSimple<vapor>", "PhaseSimple<liquid>",
                                          "PhaseSimple<solid>", "PhaseSimpleTotal", "PhaseTotal",
                                          "PhaseIdeal",   "PhaseIdeal<vapor>",  "PhaseIdeal<liquid>",
-                                         "PhaseIdeal<solid>", "PhaseVanDerWaals", "PhaseVanDerWaals<vapor>",
-                                         "PhaseVanDerWaals<liquid>", "PhasePengRobinson", "PhasePengRobinson<vapor>",
-                                         "PhasePengRobinson<liquid>", "PhaseKwongRedlichSoave",
-                                         "PhaseKwongRedlichSoave<vapor>", "PhaseKwongRedlichSoave<liquid>",
-                                         "PhaseNrtl1", "PhaseNrtl2", "PhaseUnifac"};
+                                         "PhaseIdeal<solid>", "PhaseIapws", "PhaseIapws<vapor>",
+                                         "PhaseIapws<liquid>", "PhaseNrtl1", "PhaseNrtl2", "PhaseUnifac",
+                                         "PhasePcsaft", "PhasePcsaft<vapor>", "PhasePcsaft<liquid>",
+                                         "PhaseVanDerWaals", "PhaseVanDerWaals<vapor>", "PhaseVanDerWaals<liquid>",
+                                         "PhasePengRobinson", "PhasePengRobinson<vapor>", "PhasePengRobinson<liquid>",
+                                         "PhaseKwongRedlichSoave", "PhaseKwongRedlichSoave<vapor>",
+                                         "PhaseKwongRedlichSoave<liquid>"};
     std::vector<std::string> registered;
     for (const auto& t : NodeFactory::types())
         if (t.category == "phase") registered.push_back(t.name);

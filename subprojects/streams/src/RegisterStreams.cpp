@@ -1,5 +1,6 @@
 #include <tarvo/persistency/NodeFactory.h>
 #include <tarvo/streams/RegisterStreams.h>
+#include <tarvo/streams/StreamIapwsLiquidVapor.h>
 #include <tarvo/streams/StreamOne.h>
 #include <tarvo/streams/StreamOneSolid.h>
 #include <tarvo/streams/StreamSimple.h>
@@ -85,7 +86,8 @@ void registerStreams() {
           embeddedPair("PhaseIdeal<vapor>", "PhaseIdeal<liquid>"));
 
     for (const auto& [model, equation] : {std::pair<std::string, std::string>{"KwongRedlichSoave", "Kwong-Redlich-Soave"},
-                                          {"PengRobinson", "Peng-Robinson"}}) {
+                                          {"PengRobinson", "Peng-Robinson"},
+                                          {"Pcsaft", "PC-SAFT"}}) {
         const std::string based = "Stream based on the " + equation + " equation of state";
         const std::string vapor = "Phase" + model + "<vapor>", liquid = "Phase" + model + "<liquid>";
         alias("StreamOne", "Stream" + model + "Vapor", based + " with one vapor phase", embedded(vapor));
@@ -119,4 +121,9 @@ void registerStreams() {
     alias("StreamSolidVlTx", "StreamKwongRedlichSoaveLiquidSolidVapor",
           "Stream based on the Kwong-Redlich-Soave equation of state, with one liquid, one solid and one vapor phase",
           embeddedPair("PhaseKwongRedlichSoave<vapor>", "PhaseKwongRedlichSoave<liquid>"));
+
+    const std::string iapws = "Stream based on the IAPWS-95 equation of state";
+    alias("StreamOne", "StreamIapwsVapor", iapws + " with one vapor phase", embedded("PhaseIapws<vapor>"));
+    alias("StreamOne", "StreamIapwsLiquid", iapws + " with one liquid phase", embedded("PhaseIapws<liquid>"));
+    stream<StreamIapwsLiquidVapor>("StreamIapwsLiquidVapor", iapws + " with one liquid and one vapor phase");
 }

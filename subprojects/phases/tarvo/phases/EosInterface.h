@@ -28,12 +28,14 @@ public:
     virtual Value density(const Value& reduced) const = 0;
     // The pseudo-critical temperature of x: the molar mean of the critical temperatures.
     virtual Value pseudoCriticalTemperature(const Vector& x) const = 0;
+    // The largest beta that settleDensity tries: betaHigh where beta is a fraction of the covolume.
+    virtual double betaMax() const { return betaHigh; }
 
     // The pressure that the flash's residual sees at the stored beta, after precompute(T, x); a phase on
     // the wrong side of betac, or where the pressure falls with the density, gets one that pushes beta back.
     virtual void calculatePressureEos_(const Value& T, const Vector& x, PhaseType type, Value& P);
     // The residual of the density unknown at the flash's pressure, after precompute(T, x).
-    Value calculateResiduals(const Value& P, const Value& T, const Vector& x, PhaseType type);
+    virtual Value calculateResiduals(const Value& P, const Value& T, const Vector& x, PhaseType type);
     // beta at (P, T) from its estimate, by the iteration that the flash itself would make on this phase
     // alone: the start of a flash, whose searches need the phases' state at each of their points. beta
     // carries the derivatives that P, T and x carry, through one Newton correction in Values.
