@@ -1,5 +1,6 @@
 #include <tarvo/components/ListComponents.h>
 #include <tarvo/models/MembraneMulti12.h>
+#include <tarvo/models/StageDesignResults.h>
 
 #include <cassert>
 #include <climits>
@@ -61,20 +62,7 @@ std::string MembraneMulti12::stagename(int i) const {
 
 void MembraneMulti12::setup() {
     FlowSheet::setup();
-    // The stages' design values come from this flowsheet.
-    for (int i = 1; i <= stages.value(); ++i) {
-        const std::string stage = stagename(i) + ".";
-        for (const char* tag : {"deltaPretentate", "Ppermeate", "A"}) {
-            Value& q = Q(stage + tag);
-            q.unsetInput();
-            q.setOutput();
-        }
-        for (int c = 0; c < NCOMPONENTS; ++c) {
-            Value& q = Q(stage + "permeance[" + std::to_string(c) + "]");
-            q.unsetInput();
-            q.setOutput();
-        }
-    }
+    for (int i = 1; i <= stages.value(); ++i) markStageDesignAsResults(*this, stagename(i), {"deltaPretentate", "Ppermeate", "A"});
 }
 
 void MembraneMulti12::pre(SolutionMode, int) {

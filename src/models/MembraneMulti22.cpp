@@ -1,5 +1,6 @@
 #include <tarvo/components/ListComponents.h>
 #include <tarvo/models/MembraneMulti22.h>
+#include <tarvo/models/StageDesignResults.h>
 #include <tarvo/streams/Stream.h>
 #include <tarvo/units/StreamOperations.h>
 #include <tarvo/utility/Log.h>
@@ -86,20 +87,7 @@ int MembraneMulti22::sequential() const {
 
 void MembraneMulti22::setup() {
     FlowSheet::setup();
-    // The stages' design values come from this flowsheet.
-    for (int i = 1; i <= stages.value(); ++i) {
-        const std::string stage = stagename(i) + ".";
-        for (const char* tag : {"deltaPretentate", "deltaPpermeate", "A"}) {
-            Value& q = Q(stage + tag);
-            q.unsetInput();
-            q.setOutput();
-        }
-        for (int c = 0; c < NCOMPONENTS; ++c) {
-            Value& q = Q(stage + "permeance[" + std::to_string(c) + "]");
-            q.unsetInput();
-            q.setOutput();
-        }
-    }
+    for (int i = 1; i <= stages.value(); ++i) markStageDesignAsResults(*this, stagename(i), {"deltaPretentate", "deltaPpermeate", "A"});
     // Every permeate that runs against the retentate closes a loop: the cuts open them, and being stored with
     // the case they come back with it.
     if (counterflow_)
