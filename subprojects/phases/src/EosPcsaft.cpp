@@ -158,7 +158,7 @@ void EosPcsaft::preparefugacity_eos(const Value& P, const Value& T, std::vector<
     for (int i = 0; i < n; ++i) lnphi[i] = base + Value(Active(dadx[i]));
 }
 
-Value EosPcsaft::residualEnthalpy(const Value& T) const {
+Value EosPcsaft::enthalpyDeparture(const Value&, const Value& T) const {
     const Value rho = density(beta);
     const Active molar = rho.active() * 1000.0;
     const Active dadT = helmholtz_(T.active(), molar, 1.0, 0.0, -1).second;
@@ -166,7 +166,7 @@ Value EosPcsaft::residualEnthalpy(const Value& T) const {
     return R * T * Value(-T.active() * dadT + molar * dadrho);
 }
 
-Value EosPcsaft::residualEntropy(const Value& T) const {
+Value EosPcsaft::entropyDeparture(const Value&, const Value& T) const {
     const Value rho = density(beta);
     const Active molar = rho.active() * 1000.0;
     const auto [a, dadT] = helmholtz_(T.active(), molar, 1.0, 0.0, -1);
@@ -189,7 +189,7 @@ double EosPcsaft::pressure_(double T, double rho) const {
     return rho * T * (1.0 + rho * dadrho); // over R
 }
 
-Value EosPcsaft::residualHeatCapacity(const Value& T) const {
+Value EosPcsaft::heatCapacityDeparture(const Value& T) const {
     // cp - cp_ig = (dh/dT)_rho + (dh/drho)_T (drho/dT)_P, with (drho/dT)_P = -(dP/dT)_rho / (dP/drho)_T.
     const double t = T.toDouble("K"), rho = density(beta).toDouble("kmol/m3") * 1000.0;
     const double ht = t * step, hr = rho * step;

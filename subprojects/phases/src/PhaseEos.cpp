@@ -1,3 +1,4 @@
+#include <tarvo/phases/EosPcsaft.h>
 #include <tarvo/phases/KwongRedlichSoave.h>
 #include <tarvo/phases/PengRobinson.h>
 #include <tarvo/phases/PhaseEos.h>
@@ -15,9 +16,10 @@ template <typename E> Value Eos<E>::sum_(const Vector& x) {
 
 template <typename E> void Eos<E>::initialize(const Vector& x, const Value& rho, const Value& mw) {
     if (!(rho.toDouble() > 0) || !(mw.toDouble() > 0)) return;
-    // The covolume does not depend on temperature: any will do.
+    // The size of the molecules, which turns molar density into the reduced one, depends on temperature
+    // little or not at all: any will do, and the flash corrects the rest.
     this->precompute(T0, x);
-    this->beta = rho / mw * this->Bmix;
+    this->beta = rho / mw / this->density(one);
 }
 
 template <typename E> void Eos<E>::prepare(const Value& T, const Vector& x) { this->precompute(T, x); }
@@ -30,18 +32,21 @@ void Eos<E>::preparefugacity(const Value& P, const Value& T, const Vector& x, co
 
 template <typename E>
 const Value& Eos<E>::calculate_P_(const Value& rho, const Value& T, const Vector& x, const Value&) const {
+    this->requireParameters(x);
     this->precompute(T, x);
-    P_ = this->pressure(rho * this->Bmix, T);
+    P_ = this->pressure(rho / this->density(one), T);
     return P_;
 }
 
 template <typename E> const Value& Eos<E>::calculate_rho_(const Value&, const Value& T, const Vector& x) const {
+    this->requireParameters(x);
     this->precompute(T, x);
     rho_ = this->density(this->beta);
     return rho_;
 }
 
 template <typename E> const Value& Eos<E>::calculate_H_(const Value& P, const Value& T, const Vector& x) const {
+    this->requireParameters(x);
     this->precompute(T, x);
     const Value departure = sum_(x) * this->enthalpyDeparture(P, T);
     sumH_(PhaseType::vapor, P, T, x);
@@ -50,6 +55,7 @@ template <typename E> const Value& Eos<E>::calculate_H_(const Value& P, const Va
 }
 
 template <typename E> const Value& Eos<E>::calculate_S_(const Value& P, const Value& T, const Vector& x) const {
+    this->requireParameters(x);
     this->precompute(T, x);
     const Value departure = sum_(x) * this->entropyDeparture(P, T);
     sumS_(PhaseType::vapor, P, T, x);
@@ -58,6 +64,7 @@ template <typename E> const Value& Eos<E>::calculate_S_(const Value& P, const Va
 }
 
 template <typename E> const Value& Eos<E>::calculate_Cp_(const Value& P, const Value& T, const Vector& x) const {
+    this->requireParameters(x);
     this->precompute(T, x);
     const Value departure = sum_(x) * this->heatCapacityDeparture(T);
     sumCp_(PhaseType::vapor, P, T, x);
@@ -68,5 +75,6 @@ template <typename E> const Value& Eos<E>::calculate_Cp_(const Value& P, const V
 template class Eos<EosCubic::VanDerWaals>;
 template class Eos<EosCubic::KwongRedlichSoave>;
 template class Eos<EosCubic::PengRobinson>;
+template class Eos<EosPcsaft>;
 
 } // namespace Phase

@@ -8,8 +8,6 @@
 #include <map>
 #include <string>
 
-using Tarvo::Utility::PhaseType;
-
 namespace {
 // The kernel's names of species whose name in the data differs.
 const std::map<std::string, std::string>& dataNames() {
@@ -24,12 +22,6 @@ const std::map<std::string, std::string>& dataNames() {
     return names;
 }
 
-// Sums over the present components per kmol of the phase, as the ideal sums count.
-Value sum(const Vector& x) {
-    Value s = 0.0;
-    for (const Value& f : x) s += f;
-    return s;
-}
 } // namespace
 
 namespace Phase {
@@ -50,60 +42,5 @@ void setPcsaftParametersOfComponents() {
 }
 
 Pcsaft::Pcsaft() { setPcsaftParametersOfComponents(); }
-
-void Pcsaft::initialize(const Vector& x, const Value& rho, const Value& mw) {
-    if (!(rho.toDouble() > 0) || !(mw.toDouble() > 0)) return;
-    // The chain volume does not depend much on temperature; the flash corrects the rest.
-    precompute(T0, x);
-    beta = rho / mw / density(one);
-}
-
-void Pcsaft::prepare(const Value& T, const Vector& x) { precompute(T, x); }
-
-void Pcsaft::preparefugacity(const Value& P, const Value& T, const Vector& x, const Value&) const {
-    precompute(T, x);
-    preparefugacity_eos(P, T, lnphi_);
-}
-
-const Value& Pcsaft::calculate_P_(const Value& rho, const Value& T, const Vector& x, const Value&) const {
-    requireParameters(x);
-    precompute(T, x);
-    P_ = pressure(rho / density(one), T);
-    return P_;
-}
-
-const Value& Pcsaft::calculate_rho_(const Value&, const Value& T, const Vector& x) const {
-    requireParameters(x);
-    precompute(T, x);
-    rho_ = density(beta);
-    return rho_;
-}
-
-const Value& Pcsaft::calculate_H_(const Value& P, const Value& T, const Vector& x) const {
-    requireParameters(x);
-    precompute(T, x);
-    const Value departure = sum(x) * residualEnthalpy(T);
-    sumH_(PhaseType::vapor, P, T, x);
-    H_ += departure;
-    return H_;
-}
-
-const Value& Pcsaft::calculate_S_(const Value& P, const Value& T, const Vector& x) const {
-    requireParameters(x);
-    precompute(T, x);
-    const Value departure = sum(x) * residualEntropy(T);
-    sumS_(PhaseType::vapor, P, T, x);
-    S_ += departure;
-    return S_;
-}
-
-const Value& Pcsaft::calculate_Cp_(const Value& P, const Value& T, const Vector& x) const {
-    requireParameters(x);
-    precompute(T, x);
-    const Value departure = sum(x) * residualHeatCapacity(T);
-    sumCp_(PhaseType::vapor, P, T, x);
-    Cp_ += departure;
-    return Cp_;
-}
 
 } // namespace Phase

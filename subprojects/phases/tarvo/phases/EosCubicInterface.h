@@ -32,6 +32,9 @@ public:
     Value b(int i) const;
 
     void precompute(const Value& T, const Vector& x) const override;
+    // Throws for a present component that the equation has no constants for; the cubic equations take
+    // every component's critical constants.
+    void requireParameters(const Vector&) const {}
     void estimate(const Value& P, const Value& T, const Vector& x, PhaseType type) override;
     Value betac(const Vector& x) const override;
     Value pressure(const Value& reduced, const Value& T) const override;

@@ -32,10 +32,10 @@ public:
 
     // At the stored beta and the last precompute, per kmol: the departures of enthalpy and entropy from
     // the ideal gas at (T, P), and of the heat capacity at constant P (from differences, without the
-    // derivatives of the state).
-    Value residualEnthalpy(const Value& T) const;
-    Value residualEntropy(const Value& T) const;
-    Value residualHeatCapacity(const Value& T) const;
+    // derivatives of the state). They hide the cubic equation's; P is the state's, which beta holds.
+    Value enthalpyDeparture(const Value& P, const Value& T) const;
+    Value entropyDeparture(const Value& P, const Value& T) const;
+    Value heatCapacityDeparture(const Value& T) const;
 
 private:
     // a_res / (R T) at the stored composition, with its derivative along (dT, drho, dx_i of component i,
