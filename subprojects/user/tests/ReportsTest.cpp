@@ -25,13 +25,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-std::string readFile(const fs::path& path) {
-    std::ifstream in(path);
-    std::stringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
-
 // The script of the repository that packs a spreadsheet report into a spreadsheet file.
 std::string packScript() {
     return (fs::path(TARVO_REPORTS_DIR) / "../../../scripts/pack_ods.py").lexically_normal();

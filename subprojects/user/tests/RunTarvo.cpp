@@ -8,16 +8,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-namespace {
-
 std::string readFile(const std::string& path) {
     std::ifstream in(path);
     std::ostringstream text;
     text << in.rdbuf();
     return text.str();
 }
-
-} // namespace
 
 TemporaryFolder::TemporaryFolder() {
     std::string pattern = (std::filesystem::temp_directory_path() / "tarvo-test-XXXXXX").string();

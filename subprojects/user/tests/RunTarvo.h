@@ -27,6 +27,9 @@ inline TarvoRun runTarvo(const std::vector<std::string>& words, const std::strin
     return runProgram(TARVO_EXECUTABLE, words, folder);
 }
 
+// The whole text of a file; empty when it cannot be read.
+std::string readFile(const std::string& path);
+
 // The path of a program on PATH, or empty.
 std::string program(const std::string& name);
 
