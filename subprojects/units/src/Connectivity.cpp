@@ -257,6 +257,23 @@ bool Connectivity::firstInletConnected_() {
     return false;
 }
 
+bool Connectivity::couplesConnected_(std::size_t n) {
+    collectStreams_();
+    inletstreams_.resize(n, nullptr);
+    outletstreams_.resize(n, nullptr);
+    for (std::size_t i = 0; i < n; ++i) {
+        if (!inletstreams_[i] || !outletstreams_[i]) {
+            reportError("not all inlets and outlets are connected, nothing to do");
+            return false;
+        }
+        if (!inletstreams_[i]->hasProperties() || !outletstreams_[i]->hasProperties()) {
+            reportError("streams without enthalpies, nothing to do");
+            return false;
+        }
+    }
+    return true;
+}
+
 bool Connectivity::collectStreams_() {
     if (streamsCollected_) return false;
     streamsCollected_ = true;

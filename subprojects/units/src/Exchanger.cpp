@@ -84,19 +84,7 @@ Exchanger::Exchanger(const Defaults& defaults, uint32_t id, Persistency* persist
 Exchanger::~Exchanger() = default;
 
 bool Exchanger::ready_() {
-    collectStreams_();
-    inletstreams_.resize(2, nullptr);
-    outletstreams_.resize(2, nullptr);
-    for (int side = 0; side < 2; ++side) {
-        if (!inletstreams_[side] || !outletstreams_[side]) {
-            reportError("not all inlets and outlets are connected, nothing to do");
-            return false;
-        }
-        if (!inletstreams_[side]->hasProperties() || !outletstreams_[side]->hasProperties()) {
-            reportError("streams without enthalpies, nothing to do");
-            return false;
-        }
-    }
+    if (!couplesConnected_(2)) return false;
     return sideReactions_.bind(*this, reactions, reactionSides, outletstreams_, "reactionSide not set");
 }
 

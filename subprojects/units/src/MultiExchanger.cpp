@@ -132,19 +132,7 @@ bool MultiExchanger::ready_() {
     const int n = nStreams.value();
     if (nIn.value() != n) throw ErrorConnectivity(TARVO_FUNCTION, fullTag(), "nStreams.value() == nIn.value()");
     if (nOut.value() != n) throw ErrorConnectivity(TARVO_FUNCTION, fullTag(), "nStreams.value() == nOut.value()");
-    collectStreams_();
-    inletstreams_.resize(n, nullptr);
-    outletstreams_.resize(n, nullptr);
-    for (int i = 0; i < n; ++i) {
-        if (!inletstreams_[i] || !outletstreams_[i]) {
-            reportError("not all inlets and outlets are connected, nothing to do");
-            return false;
-        }
-        if (!inletstreams_[i]->hasProperties() || !outletstreams_[i]->hasProperties()) {
-            reportError("streams without enthalpies, nothing to do");
-            return false;
-        }
-    }
+    if (!couplesConnected_(static_cast<std::size_t>(n))) return false;
     // Multi-stream reactions act between the first two couples, the sides of a membrane.
     for (MultiReaction<2>* m : multiReactions)
         m->workOn({my_cast<Phase::MassMolar*>(outletstreams_[0]->Tphase, TARVO_FUNCTION),

@@ -63,6 +63,9 @@ protected:
     // Collects the streams; false, with the error "no inlet connected, nothing to do", when the first inlet
     // is free.
     bool firstInletConnected_();
+    // Inlet i and outlet i of each of the n couples of streams connected, and with enthalpies; otherwise
+    // the error of what is missing and false.
+    bool couplesConnected_(std::size_t n);
     // Raises the error of a solution mode outside 0 to 3.
     void requireKnownMode_(SolutionMode mode) const;
 
