@@ -134,9 +134,12 @@ bool MultiExchanger::ready_() {
     if (nOut.value() != n) throw ErrorConnectivity(TARVO_FUNCTION, fullTag(), "nStreams.value() == nOut.value()");
     if (!couplesConnected_(static_cast<std::size_t>(n))) return false;
     // Multi-stream reactions act between the first two couples, the sides of a membrane.
-    for (MultiReaction<2>* m : multiReactions)
+    cells_.clear();
+    for (MultiReaction<2>* m : multiReactions) {
         m->workOn({my_cast<Phase::MassMolar*>(outletstreams_[0]->Tphase, TARVO_FUNCTION),
                    my_cast<Phase::MassMolar*>(outletstreams_[1]->Tphase, TARVO_FUNCTION)});
+        if (auto* cell = dynamic_cast<MultiReactionElectrochemical*>(m)) cells_.push_back(cell);
+    }
     return coupleReactions_.bind(*this, reactions, reactionSides, outletstreams_, "ReactionSide not set");
 }
 
@@ -155,10 +158,30 @@ void MultiExchanger::setup_of() {
         addUnknown(&equilibria[i]->conv, Scaler(ScalingMode::linear, -0.001, 0.001, 1.0, 10.0),
                    "reaction[" + std::to_string(i) + "]");
     nreactionEquilibriums = static_cast<int>(equilibria.size());
+    for (std::size_t i = 0; i < cells_.size(); ++i)
+        if (cells_[i]->electrical())
+            addUnknown(&cells_[i]->J, Scaler(ScalingMode::linear, 0.0, 1e4, 1.0, 10.0),
+                       "multiReaction[" + std::to_string(i) + "]");
     solver_ = std::make_unique<SolverNleRecipesAutomatic>(static_cast<int>(size()), this);
     solver_->setTolerances(0, tolx, tolf, 0);
     solver_->setStepFactor(relaxation);
     solver_->setMaxIterations(maxIterations);
+}
+
+bool MultiExchanger::reactingInside_() const {
+    return !coupleReactions_.equilibria().empty() ||
+           std::any_of(cells_.begin(), cells_.end(), [](const auto* cell) { return cell->electrical(); });
+}
+
+Value MultiExchanger::electricalPower_() const {
+    Value power(0.0, "W");
+    for (const MultiReactionElectrochemical* cell : cells_)
+        if (cell->active()) power += cell->electricalPower();
+    return power;
+}
+
+Value MultiExchanger::energyBalance() const {
+    return netDuty + electricalPower_();
 }
 
 void MultiExchanger::computeReactionConversions_(bool report) {
@@ -168,6 +191,8 @@ void MultiExchanger::computeReactionConversions_(bool report) {
         throw ErrorBrowsing::unsupportedOption(TARVO_FUNCTION, order, "Order of Reaction conversion computation",
                                                fullTag(), type());
     const auto multi = [&] {
+        for (MultiReactionElectrochemical* cell : cells_)
+            cell->atState(Ts, P[0], P[1]);
         for (MultiReaction<2>* m : multiReactions) {
             m->calculate(0);
             m->apply();
@@ -209,7 +234,7 @@ void MultiExchanger::go(SolutionMode mode, int level) {
         heatCapacityFlow_ += total.mdot.toDouble() * total.cp.toDouble();
     }
     if (pristine() && mode == sequential) coupleReactions_.estimate(inletstreams_, outletstreams_);
-    if (coupleReactions_.equilibria().empty()) computeReactionConversions_(true);
+    if (!reactingInside_()) computeReactionConversions_(true);
     if (mode >= simultaneous)
         residuals_();
     else
@@ -221,19 +246,23 @@ void MultiExchanger::go(SolutionMode mode, int level) {
 }
 
 // The solid's temperature lies between the inlets', and at least 1 K wide. Its first guess lies inside the
-// same bounds: the middle of them, or in option "Ts" the set value.
+// same bounds: the middle of them, or in option "Ts" the set value. A stack of cells is the exception: the
+// heat of its reaction less its power warms the solid above every inlet, or an electrolyzer cools it below,
+// so its solid may take any temperature, from a first guess 50 K above the hottest inlet.
 void MultiExchanger::solve_(int level) {
     const double lo = std::min(maxT.toDouble() - 1.0, minT.toDouble());
     const double hi = std::max(maxT.toDouble(), minT.toDouble() + 1.0);
-    const bool ua = option.value() == "UA";
-    if (ua) {
-        if (pristine() || !(Ts.toDouble() > lo && Ts.toDouble() < hi)) Ts = Value(0.5 * (lo + hi), "K");
-        setScaler(0, Scaler(ScalingMode::arctangentExclusive, lo, hi, 1.0, 10.0));
-    } else {
+    if (option.value() != "UA") {
         Ts = TsSet;
         setScaler(0, anyTemperature());
+    } else if (!cells_.empty()) {
+        if (pristine()) Ts = maxT + Value(50.0, "K");
+        setScaler(0, anyTemperature());
+    } else {
+        if (pristine() || !(Ts.toDouble() > lo && Ts.toDouble() < hi)) Ts = Value(0.5 * (lo + hi), "K");
+        setScaler(0, Scaler(ScalingMode::arctangentExclusive, lo, hi, 1.0, 10.0));
     }
-    if (!coupleReactions_.equilibria().empty()) computeReactionConversions_(false);
+    if (reactingInside_()) computeReactionConversions_(false);
     // The outlets start halfway between their inlets and the solid, each from its own flash there.
     for (std::size_t i = 0; i < outletstreams_.size(); ++i) {
         Stream& out = *outletstreams_[i];
@@ -254,8 +283,7 @@ void MultiExchanger::solve_(int level) {
 
 int MultiExchanger::residuals_() {
     if (!setUp_) return 0;
-    const bool reactingInside = !coupleReactions_.equilibria().empty();
-    if (reactingInside) computeReactionConversions_(!quiet_);
+    if (reactingInside_()) computeReactionConversions_(!quiet_);
     const std::string& mode = option.value();
     const bool ua = mode == "UA";
     if (!ua && mode != "Ts")
@@ -295,9 +323,15 @@ int MultiExchanger::residuals_() {
     // The solid's balance measured in the temperature that would carry it through the whole conductance and
     // into the inlets' heat capacity flows. A solid that barely conducts, as a membrane's, would otherwise
     // magnify the rounding of the enthalpy flows beyond any tolerance.
+    // What the cells deliver as electricity leaves the solid's balance; what an electrolyzer takes enters it.
+    const Value power = electricalPower_();
+    if (!ua) netDuty -= power;
     const Value capacity(heatCapacityFlow_, "W/K");
-    residuals[0] = ua ? (balance - netDuty) / (conductance + capacity) / kelvin : (TsSet - Ts) / kelvin;
-    return static_cast<int>(k) + coupleReactions_.equilibriumResiduals(residuals, k);
+    residuals[0] = ua ? (balance - netDuty - power) / (conductance + capacity) / kelvin : (TsSet - Ts) / kelvin;
+    k += static_cast<unsigned>(coupleReactions_.equilibriumResiduals(residuals, k));
+    for (const MultiReactionElectrochemical* cell : cells_)
+        if (cell->electrical()) residuals[k++] = cell->electricalResidual();
+    return static_cast<int>(k);
 }
 
 int MultiExchanger::calculateResidualsLocal() {

@@ -2,6 +2,7 @@
 
 #include <tarvo/units/Exchanger.h>
 #include <tarvo/units/MultiExchanger.h>
+#include <tarvo/units/MultiReactionElectrochemical.h>
 #include <tarvo/units/MultiReactionTransfer.h>
 
 #include <cmath>
@@ -215,4 +216,120 @@ TEST_F(MultiExchangerTest, EveryOptionCalculatesFromItsDefaults) {
         m.calculate(0);
         EXPECT_EQ(m.errorList(), std::vector<std::string>{"Nothing connected, nothing to do"}) << type;
     }
+}
+
+namespace {
+constexpr int O2 = 4;
+constexpr double faraday = 96485339.9; // C/kmol
+// Gibbs energies of formation of the ideal gases at 298.15 K, J/kmol: shared/data/dippr_like.csv,
+// Gf_ig_298 of methane, carbon dioxide and water (oxygen 0).
+constexpr double gfMethane = -50.49e6, gfCarbonDioxide = -394.37e6, gfWater = -228.59e6;
+
+// The logarithmic mean of two equilibrium constants, their common value where they agree.
+double logMean(double a, double b) {
+    return std::fabs(a - b) <= 1e-8 * a ? a : (a - b) / std::log(a / b);
+}
+} // namespace
+
+// A stack of methane fuel cells, 1/4 CH4 + 1/2 O2 -> 1/4 CO2 + 1/2 H2O per two electrons, oxygen from the
+// air on side 0 and the fuel with its products on side 1: the extent follows the current, the voltages follow
+// the Nernst equation written here from the stored streams, and what the streams lose in enthalpy is the
+// solid's heat loss plus the electrical power. Run backwards as an electrolyzer, the stack takes at least
+// the reaction's Gibbs energy and its power enters the balance.
+TEST_F(MultiExchangerTest, ElectrochemicalStackFollowsFaradayNernstAndTheEnergyBalance) {
+    if (!NodeFactory::registered("MultiReactionElectrochemical"))
+        NodeFactory::registerType<MultiReactionElectrochemical>("MultiReactionElectrochemical", "Fuel cell stack",
+                                                                "option", false, {}, {}, {}, "", 10, 10);
+    MultiExchanger& x = exchanger("C", "StreamVapor",
+                                  Defaults()
+                                      .setInteger("nmultiReactions", 1)
+                                      .setString("embeddedTypemultiReactions[0]", "MultiReactionElectrochemical"));
+    setMoleFractions(*in_[0], 1e-2, {{O2, 0.21}, {N2, 0.79}}, 1.2e5, 950);
+    setMoleFractions(*in_[1], 2e-3, {{CH4, 0.5}, {H2O, 0.45}, {CO2, 0.05}}, 1.1e5, 950);
+    for (Stream* s : in_)
+        s->calculate(0);
+    auto& cell = dynamic_cast<MultiReactionElectrochemical&>(*x.multiReactions[0]);
+    const auto react = [&](double sign) {
+        cell.coeff[0][O2] = -0.5 * sign;
+        cell.coeff[1][CH4] = -0.25 * sign;
+        cell.coeff[1][CO2] = 0.25 * sign;
+        cell.coeff[1][H2O] = 0.5 * sign;
+    };
+    react(1.0);
+    for (Quantity& U : x.U)
+        U = Value(10.0, "W/(m2*K)");
+    cell.Rarea = Value(5e-5, "ohm*m2");
+    // The cell's reversible voltage, from the stored inlets and outlets of both sides.
+    const auto reversible = [&](double gibbs, double T) {
+        double lnK[2] = {0, 0};
+        for (int end = 0; end < 2; ++end)
+            for (int p = 0; p < 2; ++p) {
+                Stream& s = end == 0 ? *in_[p] : *out_[p];
+                const double n = s.Tphase->totalFlow().toDouble();
+                for (int c = 0; c < NCOMPONENTS; ++c)
+                    if (const double nu = cell.coeff[p][c].toDouble(); nu != 0.0)
+                        lnK[end] -= cell.action.toDouble() * nu *
+                                    std::log(s.Tphase->flow(c).toDouble() / n * s.P.toDouble() / 101325.0);
+            }
+        return -cell.action.toDouble() * gibbs / (2 * faraday) +
+               8314.4 * T / (2 * faraday) * std::log(logMean(std::exp(lnK[0]), std::exp(lnK[1])));
+    };
+    const double scale = std::fabs(enthalpyIn());
+
+    // At 298.15 K, current set: the reaction's Gibbs energy is that of the formation data.
+    x.option = "Ts";
+    x.TsSet = Value(298.15, "K");
+    cell.option = "I";
+    cell.Iset = Value(200.0, "A");
+    x.calculate(0);
+    ASSERT_TRUE(x.errorList().empty()) << x.errorList().front();
+    const double conv = 40 * 200.0 / (2 * faraday);
+    EXPECT_NEAR(cell.conv.toDouble(), conv, 1e-12 * conv);
+    EXPECT_NEAR(out_[1]->Tphase->flow(CH4).toDouble(), 1e-3 - 0.25 * conv, 1e-12 * conv);
+    EXPECT_NEAR(out_[0]->Tphase->flow(O2).toDouble(), 2.1e-3 - 0.5 * conv, 1e-12 * conv);
+    const double gibbs298 = 0.25 * gfCarbonDioxide + 0.5 * gfWater - 0.25 * gfMethane;
+    // The component models carry their own formation data, which agree with the table to about 1e-4.
+    EXPECT_NEAR(cell.E0.toDouble(), -gibbs298 / (2 * faraday), 2e-4);
+    const double J = 200.0 / (0.595 * 1.195);
+    EXPECT_NEAR(cell.J.toDouble(), J, 1e-9 * J);
+    EXPECT_NEAR(cell.V.toDouble(), reversible(-2 * faraday * cell.E0.toDouble(), 298.15) - J * 5e-5, 1e-10);
+    EXPECT_NEAR(cell.Power.toDouble(), 40 * cell.V.toDouble() * 200.0, 1e-9);
+    EXPECT_NEAR(enthalpyIn() - enthalpyOut(), x.netDuty.toDouble() + cell.Power.toDouble(), 1e-9 * scale);
+
+    // Voltage set, the solid adiabatic: the current density is what the ohmic loss leaves of the Nernst
+    // voltage, and the whole enthalpy that the streams lose becomes electricity.
+    x.option = "UA";
+    cell.option = "V";
+    cell.Vset = Value(0.7, "V");
+    x.calculate(0);
+    ASSERT_TRUE(x.errorList().empty()) << x.errorList().front();
+    EXPECT_NEAR(cell.V.toDouble(), 0.7, 1e-9);
+    const double T = x.Ts.toDouble();
+    EXPECT_NEAR(cell.Tact.toDouble(), T, 0.0);
+    EXPECT_NEAR(cell.J.toDouble(), (reversible(-2 * faraday * cell.E0.toDouble(), T) - 0.7) / 5e-5, 1e-5);
+    EXPECT_NEAR(cell.conv.toDouble(), 40 * cell.J.toDouble() * 0.595 * 1.195 / (2 * faraday), 1e-15);
+    EXPECT_GT(cell.Power.toDouble(), 0.0);
+    EXPECT_NEAR(enthalpyIn() - enthalpyOut(), cell.Power.toDouble(), 1e-9 * scale);
+    EXPECT_EQ(x.netDuty.toDouble(), 0.0);
+    x.checkBalance();
+    EXPECT_TRUE(x.errorList().empty() && x.warningList().empty());
+
+    // The same stack as an electrolyzer at a set current density: the reaction runs backwards, the cell
+    // voltage exceeds the reversible one by the ohmic loss, and the power enters the balance.
+    react(-1.0);
+    cell.action = -1.0;
+    cell.option = "J";
+    cell.Jset = Value(1000.0, "A/m2");
+    x.option = "Ts";
+    x.TsSet = Value(1000.0, "K");
+    x.calculate(0);
+    ASSERT_TRUE(x.errorList().empty()) << x.errorList().front();
+    EXPECT_NEAR(cell.J.toDouble(), 1000.0, 1e-9);
+    const double gibbs = 2 * faraday * cell.E0.toDouble(); // of the reaction as the electrolyzer runs it
+    EXPECT_GT(gibbs, 0.0);
+    EXPECT_NEAR(cell.V.toDouble(), reversible(gibbs, 1000.0) + 1000.0 * 5e-5, 1e-10);
+    EXPECT_GT(cell.V.toDouble(), cell.E.toDouble());
+    EXPECT_NEAR(enthalpyIn() - enthalpyOut(), x.netDuty.toDouble() - cell.Power.toDouble(), 1e-9 * scale);
+    EXPECT_GT(out_[1]->Tphase->flow(CH4).toDouble(), 1e-3);
+    EXPECT_TRUE(cell.warningList().empty());
 }

@@ -5,6 +5,7 @@
 #include <tarvo/units/Connectivity.h>
 #include <tarvo/units/CoupleReactions.h>
 #include <tarvo/units/MultiReaction.h>
+#include <tarvo/units/MultiReactionElectrochemical.h>
 
 #include <memory>
 #include <vector>
@@ -18,7 +19,9 @@ class SolverNleRecipesAutomatic;
 // balance; option "Ts": the solid is at TsSet and netDuty is the heat it loses. Reactions act on the
 // couples that reactionSides name (0 for the first); multi-stream reactions take their sides from the
 // first two couples, as the membranes have them. Material that reactions or transfers take from a stream
-// or give to it passes through the solid at Ts, so its enthalpy at Ts enters the solid's balance.
+// or give to it passes through the solid at Ts, so its enthalpy at Ts enters the solid's balance. An
+// electrochemical cell among them runs at Ts and the couples' pressures; the power it delivers leaves the
+// solid's balance as electricity, and with an electrical option its current density is an unknown.
 class MultiExchanger : public Connectivity, public ObjectiveNleAdVertex {
 public:
     MultiExchanger(const Tarvo::Persistency::Defaults& defaults, uint32_t id, Persistency* persistency,
@@ -28,12 +31,13 @@ public:
     ObjectiveNleAd* objective() override { return this; }
     void setup() override;
     void go(SolutionMode mode, int level) override;
-    // The unknowns: Ts, the flashes of the outlets, the extents of the equilibrium reactions.
+    // The unknowns: Ts, the flashes of the outlets, the extents of the equilibrium reactions, the current
+    // densities of the cells with an electrical option.
     void setup_of() override;
     // One pass of the unit on its inlets as they stand, as a simultaneous solve of a flowsheet evaluates it.
     int calculateResidualsLocal() override;
-    // The heat that the solid loses.
-    Value energyBalance() const override { return netDuty; }
+    // What the unit takes out of the streams' enthalpy: the heat that the solid loses and the power of its cells.
+    Value energyBalance() const override;
     const Value& totalDuty() const { return totDuty; }
 
     Quantity Ts{"Ts", "Solid temperature", "K", this, 298.15};
@@ -70,6 +74,10 @@ protected:
 private:
     // All couples connected, with enthalpies, and the reactions bound; reported otherwise.
     bool ready_();
+    // Whether the reactions are worked out at each evaluation of the residuals, as their extents are unknowns.
+    bool reactingInside_() const;
+    // The power that the cells deliver as electricity, in total.
+    Value electricalPower_() const;
     // Outlets from inlets and reactions, in the order of reactionOrder; with `report` the mass balances.
     void computeReactionConversions_(bool report);
     // The outlets at the present Ts and outlet states, and the residuals; returns their count.
@@ -78,6 +86,7 @@ private:
     void finish_();
 
     CoupleReactions coupleReactions_;
+    std::vector<MultiReactionElectrochemical*> cells_;
     std::unique_ptr<SolverNleRecipesAutomatic> solver_;
     // What the inlets carry per kelvin, W/K, at the present go: a scale of the solid's balance.
     double heatCapacityFlow_ = 0.0;
