@@ -180,6 +180,10 @@ void Stream::go(SolutionMode mode, int) {
     if (!flash().isIdeal) precompute_isIdeal();
     const bool noFlow = std::fabs(Tphase->totalFlow().toDouble()) <= 100 * epsilon;
     int status = flash().solveFlash(mode == simultaneous, noFlow);
+    // A solved flash leaves its phases at the stream's composition; a simultaneous step does not solve it, so
+    // the phases are brought to the present composition here, or every property that a unit downstream
+    // reads in this evaluation would be that of the last one.
+    if (mode == simultaneous) prepare_residuals();
     // A simultaneous solve sets the state itself; outside the range it is no state of the models either.
     if (mode == simultaneous && status == 0) status = Flash::rangeStatus(P, T);
     // A specification without a state in the range leaves the stream's state as it was: no number of the
