@@ -18,8 +18,16 @@ void SimultaneousConvergence::include_(ObjectiveNleAd& objective) {
     sheet_.addObjectiveFunction(objective);
 }
 
-// The feeds of a flowsheet inside another are copies of streams outside; its cut copies are its own.
+// The feeds of a flowsheet inside another are copies of streams outside; its cut copies are its own. So are
+// the outlets of units without a system of their own, as a Mixer or a Divider: they only set an outlet's
+// enthalpy, and its temperature would otherwise keep the value of the last sequential pass.
 bool SimultaneousConvergence::ownsFlash_(const Stream& stream, bool inside) const {
+    const std::string& from = stream.fromTAG.value();
+    if (from != "source" && from != "sink" && sheet_.hasChild(from) &&
+        !dynamic_cast<ObjectiveNleAdVertex*>(&sheet_.child(from))) {
+        TARVO_LOG(4) << "outlet of a unit without objective, hence include Flash of " << stream.tag();
+        return true;
+    }
     if (!inside && stream.fromTAG.value() == "source") {
         TARVO_LOG(4) << "not inside flowsheet-in-flowsheet, hence include Flash of " << stream.tag();
         return true;

@@ -3,7 +3,6 @@
 
 #include <tarvo/streams/Stream.h>
 #include <tarvo/units/Divider.h>
-#include <tarvo/units/FlashDrum.h>
 #include <tarvo/units/Exchanger.h>
 
 using Tarvo::Persistency::Defaults;
@@ -11,12 +10,11 @@ using Tarvo::Persistency::Defaults;
 namespace {
 constexpr int H2O = 2;
 
-// Hot water HOT and the recycle REC meet in MIX and heat the cold water COLD in the exchanger X; half of the
-// cooled water goes back as REC, which is cut. MIX is an adiabatic drum rather than a Mixer: the Mixer keeps
-// no objective, so that in a simultaneous solve its outlet's flash, and with it the temperature that the
-// exchanger's approaches read, would stand still.
+// Hot water HOT and the recycle REC meet in the mixer MIX and heat the cold water COLD in the exchanger X;
+// half of the cooled water goes back as REC, which is cut. The mixer has no system of its own: in a
+// simultaneous solve its outlet's temperature, which the exchanger's approaches read, is the flowsheet's.
 std::unique_ptr<FlowSheet> heatRecovery(std::unique_ptr<FlowSheet> sheet) {
-    sheet->addUnit("FlashDrum", Defaults("MIX", "hot water and recycle").setString("option", "DH"));
+    sheet->addUnit("Mixer", {"MIX", "hot water and recycle"});
     sheet->addUnit("Exchanger", {"X", "recovery"});
     sheet->addUnit("Divider", {"DIV", "recycle and product"});
     sheet->addStream("StreamLiquid", {"HOT", "hot water"}, "source", "out", "MIX", "in");
