@@ -90,10 +90,12 @@ void Separator::normalize_() {
         Value others = 0.0;
         for (std::size_t j = 0; j < last; ++j)
             others += positive(outSplit[j][c]);
+        // Splits that give away more than all of a component are scaled to all of it, and the last outlet
+        // gets none: a result of the splits alone, not of what the last outlet held from a calculation before.
         if (others > one) {
-            const Value divisor = others + positive(outSplit[last][c]);
-            for (auto& splits : outSplit)
-                splits[c] = splits[c] / divisor;
+            for (std::size_t j = 0; j < last; ++j)
+                outSplit[j][c] = positive(outSplit[j][c]) / others;
+            outSplit[last][c] = 0.0;
         } else {
             outSplit[last][c] = 1.0 - others;
         }

@@ -105,13 +105,18 @@ TEST_F(UnitTest, SeparatorDividesEachComponentByItsSplit) {
     separator.option = "D"; // with deltaP 0: the outlets leave at the lowest inlet pressure
     for (int c = 0; c < NCOMPONENTS; ++c)
         separator.outSplit[0][c] = 0.25;
-    separator.outSplit[0][H2O] = 1.2; // with 0.3 stored for the bottom: 1.2 / 1.5 of the water goes up
+    separator.outSplit[0][H2O] = 1.2; // more than all of it: all the water goes up, whatever the bottom held
     separator.outSplit[1][H2O] = 0.3;
     separator.outSplit[0][0] = -0.5; // counts as none: all CO2 to the bottom
     separator.calculate(0);
     EXPECT_TRUE(separator.errorList().empty());
-    EXPECT_NEAR(flow(top, H2O), 200 * 0.8, 1e-9);
-    EXPECT_NEAR(flow(bottom, H2O), 200 * 0.2, 1e-9);
+    EXPECT_NEAR(flow(top, H2O), 200, 1e-9);
+    EXPECT_EQ(flow(bottom, H2O), 0.0);
+    // A second calculation of the same inputs gives the same result.
+    separator.outSplit[0][H2O] = 1.2;
+    separator.calculate(0);
+    EXPECT_NEAR(flow(top, H2O), 200, 1e-9);
+    EXPECT_EQ(flow(bottom, H2O), 0.0);
     EXPECT_EQ(flow(top, 0), 0.0);
     EXPECT_NEAR(flow(bottom, 0), 200, 1e-9);
     EXPECT_NEAR(flow(top, 1), 50, 1e-9);
