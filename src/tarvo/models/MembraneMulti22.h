@@ -22,9 +22,6 @@ public:
     // A counter-current chain converges its permeate loops by passes: at least one for each stage to carry
     // the sweep through, several times over.
     int sequential() const override;
-    // The permeate loops of a counter-current chain close only to the rounding of their pressures and
-    // enthalpies, above the tolerance of a simultaneous solve on those residuals: its passes converge them.
-    bool simultaneousSupported() const override { return !counterflow_; }
 
     Quantity A{"A", "Membrane area", "m2", this, 1.0};
     Quantity deltaPretentate{"deltaPretentate", "Retentate compartment pressure drop", "Pa", this, 0.0};

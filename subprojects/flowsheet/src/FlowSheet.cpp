@@ -488,9 +488,13 @@ void FlowSheet::makeSequentialAssembly(std::list<Assignment*>::iterator& it) {
         Stream& in = *cut.in;
         Stream& out = *cut.out;
         assert(in.Tphase->representation() == out.Tphase->representation());
+        // The pressures' equation in atmospheres, as a flash has its own: in pascals, the rounding of a
+        // pressure carried through a chain of units, some 1e-10 Pa, lies above the solver's tolerance.
+        static const Value pressureScale(1.0 / 101325.0);
         assign(
             in.P, out.P, [] { return std::string("cut.second->out()->P"); },
-            [&tag = tag] { return "Pressure for stream " + tag; }, 0, ScalingMode::log, 1.0, 101325.0, one);
+            [&tag = tag] { return "Pressure for stream " + tag; }, 0, ScalingMode::log, 1.0, 101325.0,
+            pressureScale);
         auto* inTotal = dynamic_cast<Phase::MassMolarProperties*>(in.Tphase);
         auto* outTotal = dynamic_cast<Phase::MassMolarProperties*>(out.Tphase);
         if (outTotal) {
