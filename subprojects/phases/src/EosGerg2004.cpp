@@ -80,10 +80,10 @@ void EosGerg2004::precompute(const Value&, const Vector& x) const {
         plainX_.assign(n, -1.0);
         dvolume_.assign(n, 0.0);
         dtemperature_.assign(n, 0.0);
-        partials_.assign(n, Gerg2004Mixture::Reduced{});
+        for (Point& point : points_) point.partials.assign(n, Gerg2004Mixture::Reduced{});
         column_.assign(n, 0.0);
         xSteps_.assign(n, Active(0.0));
-        summed_ = false;
+        forgetPoints_();
     }
     if (mixture_.count() == 0)
         throw ErrorRunTime("Phase::EosGerg2004", "none of the components is a component of GERG-2004");
@@ -100,7 +100,7 @@ void EosGerg2004::precompute(const Value&, const Vector& x) const {
     }
     if (moved) {
         mixture_.reducing(plainX_.data(), volume0_, temperature0_, dvolume_.data(), dtemperature_.data());
-        summed_ = false;
+        forgetPoints_();
     }
     Active volume = volume0_, temperature = temperature0_;
     for (int k = 0; k < n; ++k) {
@@ -112,15 +112,22 @@ void EosGerg2004::precompute(const Value&, const Vector& x) const {
     temperature_ = Value(std::move(temperature)) * temperatureUnit();
 }
 
+void EosGerg2004::forgetPoints_() const {
+    for (Point& point : points_) point.valid = false;
+}
+
 void EosGerg2004::Qinit(const Active& delta, const Active& tau, const Vector& x) const {
     const double d0 = delta.val(), t0 = tau.val();
-    if (!summed_ || d0 != delta0_ || t0 != tau0_) {
+    const auto at = [&](const Point& p) { return p.valid && p.delta == d0 && p.tau == t0; };
+    if (!at(points_[current_])) current_ = 1 - current_;
+    if (!at(points_[current_])) {
+        Point& point = points_[current_];
         mixture_.residual(d0, t0);
         const int n = mixture_.count();
-        sums_ = {};
+        point.sums = {};
         for (int k = 0; k < n; ++k) {
-            partials_[k] = mixture_.component(k);
-            for (int m = 0; m < 10; ++m) sums_.a[m] += plainX_[k] * partials_[k].a[m];
+            point.partials[k] = mixture_.component(k);
+            for (int m = 0; m < 10; ++m) point.sums.a[m] += plainX_[k] * point.partials[k].a[m];
         }
         for (std::size_t p = 0; p < mixture_.pairs().size(); ++p) {
             const Gerg2004Mixture::Pair& pair = mixture_.pairs()[p];
@@ -128,15 +135,16 @@ void EosGerg2004::Qinit(const Active& delta, const Active& tau, const Vector& x)
             const double xi = plainX_[pair.i], xj = plainX_[pair.j];
             for (int m = 0; m < 10; ++m) {
                 const double Ff = pair.F * f.a[m];
-                sums_.a[m] += xi * xj * Ff;
-                partials_[pair.i].a[m] += xj * Ff;
-                partials_[pair.j].a[m] += xi * Ff;
+                point.sums.a[m] += xi * xj * Ff;
+                point.partials[pair.i].a[m] += xj * Ff;
+                point.partials[pair.j].a[m] += xi * Ff;
             }
         }
-        summed_ = true;
-        delta0_ = d0;
-        tau0_ = t0;
+        point.valid = true;
+        point.delta = d0;
+        point.tau = t0;
     }
+    const Gerg2004Mixture::Reduced& sums = point_().sums;
     deltaStep_ = delta - d0;
     tauStep_ = tau - t0;
     for (int k = 0; k < mixture_.count(); ++k) xSteps_[k] = x[k].active() - plainX_[k];
@@ -145,9 +153,9 @@ void EosGerg2004::Qinit(const Active& delta, const Active& tau, const Vector& x)
     for (int order = 0; order <= 2; ++order)
         for (int b = 0; b <= order; ++b) {
             const int a = order - b, m = Gerg2004Mixture::Reduced::index(a, b);
-            for (int k = 0; k < mixture_.count(); ++k) column_[k] = partials_[k].a[m];
-            alpha_[m] = lift_(sums_.a[m], (a * sums_.a[m] + sums_.at(a + 1, b)) / d0,
-                              (b * sums_.a[m] + sums_.at(a, b + 1)) / t0, column_.data());
+            for (int k = 0; k < mixture_.count(); ++k) column_[k] = point_().partials[k].a[m];
+            alpha_[m] = lift_(sums.a[m], (a * sums.a[m] + sums.at(a + 1, b)) / d0,
+                              (b * sums.a[m] + sums.at(a, b + 1)) / t0, column_.data());
         }
 }
 
@@ -189,9 +197,11 @@ void EosGerg2004::preparefugacity_eos(const Value& P, const Value& T, std::vecto
     Active v, Tr;
     mixture_.reducing(x.data(), v, Tr, dv.data(), dT.data());
     Active meanV = 0.0, meanT = 0.0, meanX = 0.0;
+    const Point& point = point_();
     for (int k = 0; k < n; ++k) {
         // dalphar/dx_k: its component's part and its share of the pairs, which depend on the other x.
-        dx[k] = lift_(partials_[k].a[0], partials_[k].a[1] / delta0_, partials_[k].a[2] / tau0_, nullptr);
+        const Gerg2004Mixture::Reduced& partial = point.partials[k];
+        dx[k] = lift_(partial.a[0], partial.a[1] / point.delta, partial.a[2] / point.tau, nullptr);
         meanV += x[k] * dv[k];
         meanT += x[k] * dT[k];
     }
@@ -238,7 +248,7 @@ Gerg2004State EosGerg2004::properties(const Value& T, const Value& rho, const Ve
     Qinit((rho * volume_).active(), (temperature_ / T).active(), x_);
     const Value& R = gasConstant();
     const Value a10 = plain(alpha_[1]), a20 = plain(alpha_[3]), a11 = plain(alpha_[4]), a02 = plain(alpha_[5]);
-    const Value a30(sums_.at(3, 0));
+    const Value a30(point_().sums.at(3, 0));
     Gerg2004State s;
     s.Z = 1.0 + a10;
     s.P = rho * R * T * s.Z;

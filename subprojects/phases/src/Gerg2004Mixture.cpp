@@ -106,6 +106,7 @@ void Gerg2004Mixture::setComponents(const std::vector<int>& species) {
     components_.assign(n, Reduced{});
     departureResiduals_.assign(departures_.size(), Reduced{});
     tauPowers_.assign(exponentCount, 0.0);
+    tau_ = 0;
 }
 
 template <typename S>
@@ -151,8 +152,12 @@ void Gerg2004Mixture::residual(double delta, double tau) {
         deltaPowers[k] = deltaPowers[k - 1] * delta;
         expPowers[k] = std::exp(-deltaPowers[k]);
     }
-    const double logTau = std::log(tau);
-    for (int e : exponents_) tauPowers_[e] = std::exp(exponents[e] * logTau);
+    // A density iteration keeps T and x: the powers of tau stand.
+    if (tau != tau_) {
+        const double logTau = std::log(tau);
+        for (int e : exponents_) tauPowers_[e] = std::exp(exponents[e] * logTau);
+        tau_ = tau;
+    }
     for (int k = 0; k < count(); ++k) {
         const Component& c = components[species_[k]];
         sum(c.firstTerm, c.termCount, delta, deltaPowers, expPowers, tauPowers_.data(), components_[k]);

@@ -44,3 +44,17 @@ TEST_F(StreamTest, TabularFlashSplitsByRachfordRice) {
         }
     }
 }
+
+// Volatilities changed between two calculations of one stream take effect in the second.
+TEST_F(StreamTest, TabularVolatilitiesAreReadAtEveryCalculation) {
+    const std::vector<double> z{0.2, 0.3, 0.3, 0.1, 0.1};
+    auto s = make("StreamTabularLiquidVapor");
+    auto& tabular = dynamic_cast<StreamTabular&>(*s);
+    feed(*s, 10.0, z, 1e5, 300.0);
+    for (const std::vector<double>& K : {std::vector<double>{3.0, 8.0, 0.05, 12.0, 6.0}, {2.0, 4.0, 0.1, 5.0, 3.0}}) {
+        for (int i = 0; i < NCOMPONENTS; ++i) tabular.kVL[i] = Value(K[i]);
+        s->calculate(0);
+        ASSERT_TRUE(s->errorList().empty()) << s->errorList().front();
+        EXPECT_NEAR(phase(*s, "Vphase").fraction.toDouble(), rachfordRice(z, K), 1e-9) << K[0];
+    }
+}

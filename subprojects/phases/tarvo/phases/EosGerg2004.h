@@ -64,7 +64,7 @@ public:
 private:
     // A function of (delta, tau, x) from its value and partial derivatives at the point of the last Qinit.
     Active lift_(double value, double dDelta, double dTau, const double* dx) const;
-    // Qinit at the stored beta, or at reduced, and T.
+    // Qinit at reduced and T.
     void evaluate_(const Value& reduced, const Value& T) const;
 
     std::vector<int> standardIndex_;     // of each listed component; -1 outside the equation
@@ -76,11 +76,20 @@ private:
     mutable Value volume_, temperature_;
     mutable double volume0_ = 0, temperature0_ = 0;
     mutable std::vector<double> dvolume_, dtemperature_;
-    // Qinit: the point, the sums there and their partial derivatives in each x_k, and the lifted results.
-    mutable bool summed_ = false;
-    mutable double delta0_ = 0, tau0_ = 0;
-    mutable Gerg2004Mixture::Reduced sums_;
-    mutable std::vector<Gerg2004Mixture::Reduced> partials_;
+    // A point of Qinit: (delta, tau), the sums there and their partial derivatives in each x_k.
+    struct Point {
+        bool valid = false;
+        double delta = 0, tau = 0;
+        Gerg2004Mixture::Reduced sums;
+        std::vector<Gerg2004Mixture::Reduced> partials;
+    };
+    // The last two points, the present one first: the frame asks for the pressure at beta and at betac in
+    // turn, at one T and x.
+    const Point& point_() const { return points_[current_]; }
+    void forgetPoints_() const;
+
+    mutable Point points_[2];
+    mutable int current_ = 0;
     mutable std::vector<double> column_;
     mutable Active deltaStep_, tauStep_;
     mutable std::vector<Active> xSteps_;

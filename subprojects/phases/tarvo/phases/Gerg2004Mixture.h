@@ -66,7 +66,8 @@ private:
     std::vector<int> departures_; // the departure functions used, by their index in the data
     std::vector<int> exponents_;  // the indices of the exponents of tau that the terms use
     std::vector<Reduced> components_, departureResiduals_;
-    std::vector<double> tauPowers_; // tau^t by the index of t, for the exponents used
+    std::vector<double> tauPowers_; // tau^t by the index of t, for the exponents used, at tau_
+    double tau_ = 0;
 };
 
 } // namespace Phase
