@@ -59,6 +59,7 @@ public:
 
     // The sums of the terms at (delta, tau) for the normalised composition x of the last precompute: the
     // reduced derivatives of alphar up to the second order, with the derivatives that delta, tau and x carry.
+    // The reducing functions come from precompute, since tau is made of them.
     void Qinit(const Active& delta, const Active& tau, const Vector& x) const;
 
 private:
