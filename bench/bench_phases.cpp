@@ -7,6 +7,7 @@
 #include <tarvo/persistency/NodeFactory.h>
 #include <tarvo/phases/ActivityUnifac.h>
 #include <tarvo/phases/PhaseGeneric.h>
+#include <tarvo/phases/PhaseGerg2004.h>
 #include <tarvo/phases/PhaseIapws.h>
 #include <tarvo/phases/RegisterPhases.h>
 
@@ -150,5 +151,29 @@ void BM_Iapws95PropertiesActive(benchmark::State& state) {
     Tarvo::Core::stopKernel();
 }
 BENCHMARK(BM_Iapws95PropertiesActive);
+
+// One GERG-2004 pressure of a five-component natural gas (methane, ethane, propane, CO2, N2) at a new
+// density each time, as the flash's density iteration asks for it (argument 0), or at a new density and
+// temperature (argument 1): the terms' sums at (delta, tau), with the powers of tau kept while T stands,
+// and the pressure in Values.
+void BM_Gerg2004PressureFiveComponents(benchmark::State& state) {
+    Tarvo::Core::startKernel();
+    components.clear();
+    for (const char* entry : {"methane", "ethane", "propane", "CO2", "N2"})
+        components.add(newCatalogueComponent(entry, entry));
+    {
+        Phase::Gerg2004 gas;
+        const Vector x{Value(0.85), Value(0.06), Value(0.03), Value(0.02), Value(0.04)};
+        gas.precompute(Value(300.0, "K"), x);
+        int k = 0;
+        for (auto _ : state) {
+            k = (k + 1) % 1000;
+            const Value beta(0.05 + 1e-5 * k), T(state.range(0) ? 300.0 + 0.01 * k : 300.0, "K");
+            benchmark::DoNotOptimize(gas.pressure(beta, T).toDouble());
+        }
+    }
+    Tarvo::Core::stopKernel();
+}
+BENCHMARK(BM_Gerg2004PressureFiveComponents)->Arg(0)->Arg(1);
 
 } // namespace

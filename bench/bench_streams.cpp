@@ -131,4 +131,12 @@ void BM_FlashPaIapwsSaturatedWater(benchmark::State& state) {
 }
 BENCHMARK(BM_FlashPaIapwsSaturatedWater)->Unit(benchmark::kMicrosecond);
 
+// GERG-2004: a natural gas with water (methane, ethane, CO2, N2, water 0.9 / 0.05 / 0.02 / 0.0295 / 0.0005)
+// at 70 bar and 280 K, below its water dew point: a water-rich liquid beside the gas.
+void BM_FlashPtGerg2004NaturalGasWithWater(benchmark::State& state) {
+    catalogueFlash(state, "StreamGerg2004LiquidVapor", {"methane", "ethane", "CO2", "N2", "water"},
+                   {0.9, 0.05, 0.02, 0.0295, 0.0005}, 70e5, 280.0, "PT");
+}
+BENCHMARK(BM_FlashPtGerg2004NaturalGasWithWater)->Unit(benchmark::kMicrosecond);
+
 } // namespace

@@ -1,3 +1,4 @@
+#include <tarvo/phases/EosGerg2004.h>
 #include <tarvo/phases/EosPcsaft.h>
 #include <tarvo/phases/KwongRedlichSoave.h>
 #include <tarvo/phases/PengRobinson.h>
@@ -76,5 +77,6 @@ template class Eos<EosCubic::VanDerWaals>;
 template class Eos<EosCubic::KwongRedlichSoave>;
 template class Eos<EosCubic::PengRobinson>;
 template class Eos<EosPcsaft>;
+template class Eos<EosGerg2004>;
 
 } // namespace Phase

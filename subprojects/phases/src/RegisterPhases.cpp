@@ -6,6 +6,7 @@
 #include <tarvo/phases/PhaseActivity.h>
 #include <tarvo/phases/PhaseEos.h>
 #include <tarvo/phases/PhaseGeneric.h>
+#include <tarvo/phases/PhaseGerg2004.h>
 #include <tarvo/phases/PhaseIapws.h>
 #include <tarvo/phases/PhaseIdeal.h>
 #include <tarvo/phases/PhasePcsaft.h>
@@ -79,6 +80,7 @@ void registerPhases() {
                                           "with temperature-dependent bij and alfaij");
     activityModel<Phase::Activity::Unifac>("PhaseUnifac", "Liquid phase based on the UNIFAC activity coefficient model");
     equationOfState<Phase::Pcsaft>("PhasePcsaft", "PC-SAFT");
+    equationOfState<Phase::Gerg2004>("PhaseGerg2004", "GERG2004");
     equationOfState<Phase::Eos<Phase::EosCubic::VanDerWaals>>("PhaseVanDerWaals", "Van der Waals");
     equationOfState<Phase::Eos<Phase::EosCubic::PengRobinson>>("PhasePengRobinson", "Peng-Robinson");
     equationOfState<Phase::Eos<Phase::EosCubic::KwongRedlichSoave>>("PhaseKwongRedlichSoave", "Kwong-Redlich-Soave");

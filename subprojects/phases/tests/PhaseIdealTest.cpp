@@ -146,6 +146,7 @@ TEST_F(PhaseTest, PhaseTypesOfTheCatalogue) {
                                          "PhaseIdeal<solid>", "PhaseIapws", "PhaseIapws<vapor>",
                                          "PhaseIapws<liquid>", "PhaseNrtl1", "PhaseNrtl2", "PhaseUnifac",
                                          "PhasePcsaft", "PhasePcsaft<vapor>", "PhasePcsaft<liquid>",
+                                         "PhaseGerg2004", "PhaseGerg2004<vapor>", "PhaseGerg2004<liquid>",
                                          "PhaseVanDerWaals", "PhaseVanDerWaals<vapor>", "PhaseVanDerWaals<liquid>",
                                          "PhasePengRobinson", "PhasePengRobinson<vapor>", "PhasePengRobinson<liquid>",
                                          "PhaseKwongRedlichSoave", "PhaseKwongRedlichSoave<vapor>",

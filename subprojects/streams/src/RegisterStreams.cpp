@@ -4,7 +4,10 @@
 #include <tarvo/streams/StreamOne.h>
 #include <tarvo/streams/StreamOneSolid.h>
 #include <tarvo/streams/StreamSimple.h>
+#include <tarvo/streams/StreamTabular.h>
 #include <tarvo/streams/StreamTwo.h>
+
+#include <tuple>
 
 using Tarvo::Persistency::Defaults;
 using Tarvo::Persistency::StringOption;
@@ -76,6 +79,12 @@ void registerStreams() {
                                       twoPhaseOptions("type of the embedded fluid phase",
                                                       "type of the embedded fluid phase", "PhaseIdeal<vapor>"));
 
+    const std::string tabular = "Stream with component volatilities given as data";
+    stream<StreamTabular>("StreamTabularLiquidVapor", tabular + ", with one liquid and one vapor phase",
+                          twoPhaseOptions("phase type for phase 1", "phase type for phase 2", "PhaseIdeal<vapor>"));
+    alias("StreamTabularLiquidVapor", "StreamTabularLiquidLiquid", tabular + ", with two liquids",
+          embeddedPair("PhaseIdeal<liquid>", "PhaseIdeal<liquid>"));
+
     alias("StreamVlT", "StreamIdealLiquidVapor", "Ideal stream with one liquid and one vapor phase",
           embeddedPair("PhaseIdeal<vapor>", "PhaseIdeal<liquid>"));
     alias("StreamOneSolid", "StreamIdealSolidVapor", "Ideal stream with one solid and one vapor phase",
@@ -85,14 +94,17 @@ void registerStreams() {
     alias("StreamSolidVlT", "StreamIdealLiquidSolidVapor", "Ideal stream with one liquid, one solid and one vapor phase",
           embeddedPair("PhaseIdeal<vapor>", "PhaseIdeal<liquid>"));
 
-    for (const auto& [model, equation] : {std::pair<std::string, std::string>{"KwongRedlichSoave", "Kwong-Redlich-Soave"},
-                                          {"PengRobinson", "Peng-Robinson"},
-                                          {"Pcsaft", "PC-SAFT"}}) {
+    // GERG-2004 holds only the components of its standard: its descriptions say where to look.
+    for (const auto& [model, equation, note] :
+         {std::tuple<std::string, std::string, std::string>{"KwongRedlichSoave", "Kwong-Redlich-Soave", ""},
+          {"PengRobinson", "Peng-Robinson", ""},
+          {"Pcsaft", "PC-SAFT", ""},
+          {"Gerg2004", "GERG-2004", " see PhaseGerg2004 for limitations"}}) {
         const std::string based = "Stream based on the " + equation + " equation of state";
         const std::string vapor = "Phase" + model + "<vapor>", liquid = "Phase" + model + "<liquid>";
-        alias("StreamOne", "Stream" + model + "Vapor", based + " with one vapor phase", embedded(vapor));
-        alias("StreamOne", "Stream" + model + "Liquid", based + " with one liquid phase", embedded(liquid));
-        alias("StreamVlTx", "Stream" + model + "LiquidVapor", based + ", with one liquid and one vapor phase",
+        alias("StreamOne", "Stream" + model + "Vapor", based + " with one vapor phase" + note, embedded(vapor));
+        alias("StreamOne", "Stream" + model + "Liquid", based + " with one liquid phase" + note, embedded(liquid));
+        alias("StreamVlTx", "Stream" + model + "LiquidVapor", based + ", with one liquid and one vapor phase" + note,
               embeddedPair(vapor, liquid));
     }
     const std::string unifac = "Stream based on the UNIFAC activity coefficient model";
