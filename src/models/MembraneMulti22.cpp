@@ -13,9 +13,10 @@ using Tarvo::Persistency::Defaults;
 
 namespace {
 constexpr int verbosityFile = -1;
-// The most passes of a counter-current chain for each of its stages: a pass carries the permeate back by one
-// stage, and 10 stages settle to the convergence test in about 6 passes each.
-constexpr int passesPerStage = 20;
+// The passes of a counter-current chain before its simultaneous solve, for each of its stages: a pass carries
+// the permeate back by one stage, so that after them the sweep has reached every stage and Newton's method
+// starts close enough to close the loops in a few steps.
+constexpr int passesPerStage = 1;
 } // namespace
 
 MembraneMulti22::MembraneMulti22(const Defaults& defaults, uint32_t id, Persistency* persistency, Persistent* parent,
@@ -92,8 +93,6 @@ void MembraneMulti22::setup() {
     // the case they come back with it.
     if (counterflow_)
         for (int i = 2; i <= stages.value(); ++i) addCut("PERMEATE" + std::to_string(i));
-    // Its passes are the whole solve: tight enough that a case calculated again ends where it was.
-    if (counterflow_) seqTol = 1e-13;
 }
 
 void MembraneMulti22::pre(SolutionMode, int) {
