@@ -9,7 +9,7 @@ build=${1:-$root/build-bench}
 export CCACHE_BASEDIR="$root" CCACHE_NOHASHDIR=1
 cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_COMPILER_LAUNCHER=ccache \
       -DTARVO_BENCHMARKS=ON >/dev/null
-cmake --build "$build" -j2 --target tarvo bench_value bench_streams bench_store >/dev/null
+cmake --build "$build" -j2 --target tarvo bench_value bench_phases bench_streams bench_store >/dev/null
 
 row() { printf '%-58s %14s\n' "$1" "$2"; }
 
@@ -50,10 +50,14 @@ value=$(bench bench_value BM_ValueChain)
 row "Value chain at numdir 0 / double chain" \
     "$(awk -v a="${value% *}" -v b="${double% *}" 'BEGIN {printf "%.2fx", a / b}')"
 row "PT flash, five default components, two-phase" "$(bench bench_streams BM_FlashPtTwoPhase)"
+row "PT flash, Peng-Robinson, four components" "$(bench bench_streams BM_FlashPtPengRobinsonTwoPhase)"
+row "PA flash, IAPWS-95 saturated water" "$(bench bench_streams BM_FlashPaIapwsSaturatedWater)"
+row "GERG-2004 pressure, five components, new density" "$(bench bench_phases BM_Gerg2004PressureFiveComponents/0)"
+row "PT flash, GERG-2004 natural gas with water" "$(bench bench_streams BM_FlashPtGerg2004NaturalGasWithWater)"
 row "store: insert of 100 nodes x 30 quantities" "$(bench bench_store BM_StoreInsert100x30/real_time)"
 row "store: update of 100 nodes x 30 quantities" "$(bench bench_store BM_StoreUpdate100x30/real_time)"
 row "tarvo types" "$(process types)"
-for type in 'Test2<Membrane22Rtsc>' 'Test<Membrane12Rtsc>'; do
+for type in 'Test2<Membrane22Rtsc>' 'Test2<MembraneMulti22RtscCounterflow>' 'Test<Membrane12Rtsc>'; do
     row "tarvo new $type" "$(process new "$type")"
     id=$(cat "$scratch/id.txt")
     [ "$id" -ge 0 ] 2>/dev/null || { row "tarvo new $type" "failed: $id"; continue; }
