@@ -43,6 +43,8 @@ void Membrane12::preCalculate_() {
     Value weightedT = flow * Value(0.0, "K");
     Value inP(0.0, "Pa");
     bool first = true;
+    int count = 0;
+    const Stream* single = nullptr;
     for (const Stream* in : inletstreams_) {
         if (!in) continue;
         const Value& n = in->Tphase->totalFlow();
@@ -50,8 +52,17 @@ void Membrane12::preCalculate_() {
         weightedT += in->T * n;
         if (first || in->P < inP) inP = in->P;
         first = false;
+        single = in;
+        ++count;
     }
-    T = flow.toDouble() == 0.0 ? Value(298.15, "K") : weightedT / flow;
+    // One feed gives its own temperature: the mean of one would add the derivatives of its flow, zeros that
+    // pile up along a chain of stages.
+    if (flow.toDouble() == 0.0)
+        T = Value(298.15, "K");
+    else if (count == 1)
+        T = single->T;
+    else
+        T = weightedT / flow;
     Value vdot(1.0, "m3/s");
     pressureDrop(this, "D", deltaPretentate, inP, beta, inP, Pretentate, flowcoefficient, vdot, "Membrane12::go");
     delta = (inP - deltaPretentate / 2.0) / Ppermeate;

@@ -14,6 +14,8 @@ void gather(int level, EdgeBase* outlet, std::vector<EdgeBase*>& inlets, Value& 
     out->Tphase->totalFlow().clear();
     Value flowTemperature = 0.0 * out->Tphase->totalFlow() * out->T;
     bool first = true;
+    const Stream* only = nullptr; // the one inlet with flow, if there is just one
+    int flowing = 0;
     for (EdgeBase* edge : inlets) {
         auto* in = my_cast<Stream*>(edge, "gather");
         if (!(in->Tphase->totalFlow().toDouble() > 0.0)) continue;
@@ -27,6 +29,8 @@ void gather(int level, EdgeBase* outlet, std::vector<EdgeBase*>& inlets, Value& 
             if (in->P < P) P = in->P;
         }
         flowTemperature += in->Tphase->totalFlow() * in->T;
+        only = in;
+        ++flowing;
         TARVO_LOG_AT(verbosityFile + level, 3) << "Gathering " << in->fullTag() << " with P = " << in->P.toDouble()
                                                << " T = " << in->T.toDouble()
                                                << " ndot = " << in->Tphase->totalFlow().toDouble();
@@ -35,6 +39,10 @@ void gather(int level, EdgeBase* outlet, std::vector<EdgeBase*>& inlets, Value& 
     if (flow.toDouble() == 0.0) {
         T = Value(298.15, "K");
         P = Value(101325.0, "Pa");
+    } else if (flowing == 1) {
+        // The inlet's own temperature: the weighted mean of one would carry the derivatives of its flow too,
+        // zeros that a chain of units would pile up from unit to unit.
+        T = only->T;
     } else {
         T = flowTemperature / flow;
     }

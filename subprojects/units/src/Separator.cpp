@@ -1,4 +1,5 @@
 #include <tarvo/components/ListComponents.h>
+#include <tarvo/core/Scaler.h>
 #include <tarvo/phases/PhaseMassMolarProperties.h>
 #include <tarvo/streams/Flash.h>
 #include <tarvo/streams/Stream.h>
@@ -14,6 +15,7 @@
 using Tarvo::Persistency::Defaults;
 using Tarvo::Utility::FlashMode;
 using Tarvo::Utility::MassBalanceMode;
+using Tarvo::Utility::ScalingMode;
 
 namespace {
 constexpr int verbosityFile = -1;
@@ -79,6 +81,17 @@ void Separator::setup_of() {
     if (!connected_) return; // reported; tried again at the next calculation
     for (Stream* out : outletstreams_)
         addObjectiveFunction(flashOf(*out));
+    // Sized once: the solver holds pointers into them.
+    outletFlows_.assign(outletstreams_.size() * NCOMPONENTS, Value());
+    flowResiduals_.assign(outletstreams_.size() * NCOMPONENTS, Value());
+    for (std::size_t j = 0; j < outletstreams_.size(); ++j)
+        for (int c = 0; c < NCOMPONENTS; ++c) {
+            Value& flow = outletFlows_[j * NCOMPONENTS + c];
+            const Value& present = outletstreams_[j]->Tphase->flow(c);
+            flow = Value(present.toDouble(), present.units()); // in the outlets' units from the start
+            addUnknown(&flow, Scaler(ScalingMode::noscaling, 0.0, 1.0, 1.0, 10.0),
+                       "outlet[" + std::to_string(j) + "] flow[" + std::to_string(c) + "]");
+        }
     // Without units until the first feed: flows are in mass or in moles by the outlets' kind.
     feedFlows_.assign(NCOMPONENTS, Value());
     feedFractions_.assign(NCOMPONENTS, Value());
@@ -102,7 +115,7 @@ void Separator::normalize_() {
     }
 }
 
-void Separator::calculateFlows_() {
+void Separator::calculateFlows_(bool unknown) {
     TARVO_LOG(4) << "calculate outlet flows from splits";
     const int representation = outletstreams_[0]->Tphase->representation();
     for (std::size_t j = 0; j < outletstreams_.size(); ++j) {
@@ -111,18 +124,25 @@ void Separator::calculateFlows_() {
         Value& flow = total.totalFlow();
         flow.clear();
         outSplitTotal[j].clear();
+        Value* given = &outletFlows_[j * NCOMPONENTS];
         for (int c = 0; c < NCOMPONENTS; ++c) {
             const Value split = positive(outSplit[j][c]);
-            flow += feedFlows_[c] * split;
+            const Value share = feedFlows_[c] * split;
+            if (unknown)
+                flowResiduals_[j * NCOMPONENTS + c] = given[c] - share;
+            else
+                given[c] = Value(share.toDouble(), share.units()); // the solver's start
+            flow += unknown ? given[c] : share;
             outSplitTotal[j] += split;
         }
-        for (int c = 0; c < NCOMPONENTS; ++c)
-            total.frac(c) =
-                flow.toDouble() != 0.0 ? feedFlows_[c] * positive(outSplit[j][c]) / flow : feedFractions_[c];
+        for (int c = 0; c < NCOMPONENTS; ++c) {
+            const Value share = unknown ? given[c] : feedFlows_[c] * positive(outSplit[j][c]);
+            total.frac(c) = flow.toDouble() != 0.0 ? share / flow : feedFractions_[c];
+        }
     }
 }
 
-void Separator::evaluate_(int level) {
+void Separator::evaluate_(int level, bool unknownFlows) {
     normalize_();
     Stream& first = *outletstreams_[0];
     // The first outlet holds the whole feed for a moment; the lowest inlet pressure is the limit of the drop.
@@ -154,7 +174,7 @@ void Separator::evaluate_(int level) {
     const auto representation = static_cast<MassBalanceMode>(first.Tphase->representation());
     assert(representation == MassBalanceMode::Nx || representation == MassBalanceMode::Mx ||
            representation == MassBalanceMode::Nw || representation == MassBalanceMode::Mw);
-    calculateFlows_();
+    calculateFlows_(unknownFlows);
     TARVO_LOG(3) << "Flash outlet streams and compute duty";
     for (Stream* out : outletstreams_) {
         out->T = T;
@@ -173,7 +193,7 @@ void Separator::finish_() {
 
 int Separator::calculateResidualsLocal() {
     if (!connected_) return 0; // an objective without unknowns
-    evaluate_(0);
+    evaluate_(0, true);
     int n = 0;
     for (Stream* out : outletstreams_) {
         // The stream's own simultaneous calculation: specifications and phases, its flash not iterated.
@@ -184,6 +204,8 @@ int Separator::calculateResidualsLocal() {
             residuals[n + k].clear();
         n += flash.calculateResiduals(residuals, static_cast<uint32_t>(n));
     }
+    for (const Value& r : flowResiduals_)
+        residuals[n++] = r;
     finish_();
     return n;
 }
