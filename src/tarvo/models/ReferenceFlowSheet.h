@@ -29,8 +29,8 @@ protected:
                        Persistent* parent, Persistent* root);
 
     // A design equation of the flowsheet: `target` is driven to `value` at each pass. Its residual is
-    // scaled by the size of the variable that it sets, so that areas, pressures and fractions weigh alike
-    // in the simultaneous solve.
+    // scaled by the size of the variable that it sets, so that areas, pressures and fractions would weigh
+    // alike in a simultaneous solve.
     void designEquation(std::list<Assignment*>::iterator& it, Value& target, const Value& value,
                         const std::string& tag, const std::string& description);
     // recovery[i] the product's flow of component i over the feed's, purity[i] its mole fraction in the
