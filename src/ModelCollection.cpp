@@ -1,10 +1,16 @@
+#include <tarvo/models/Benchmark.h>
+#include <tarvo/models/Deng2010Fig6b.h>
 #include <tarvo/models/ICE.h>
+#include <tarvo/models/Makaruk2010Fig2.h>
 #include <tarvo/models/Membrane12.h>
 #include <tarvo/models/Membrane22.h>
 #include <tarvo/models/MembraneMulti12.h>
 #include <tarvo/models/MembraneMulti22.h>
+#include <tarvo/models/Merkel2010Fig11.h>
+#include <tarvo/models/Merkel2010Fig7.h>
 #include <tarvo/models/ModelCollection.h>
 #include <tarvo/models/Test.h>
+#include <tarvo/models/Upgrading.h>
 #include <tarvo/persistency/NodeFactory.h>
 #include <tarvo/utility/Enumerator.h>
 
@@ -89,6 +95,61 @@ void registerTestBeds() {
                                    Defaults().setString("typeT", type), "", 100, 100);
 }
 
+// The option of a flowsheet whose membrane is a counter-current chain, with its default.
+Tarvo::Persistency::StringOption counterflowModule(const std::string& value) {
+    return {"typeX", "the type of the multi-stage membrane model", value, "MembraneTypeCounterFlow"};
+}
+
+template <class Sheet>
+void registerSheet(const std::string& type, const std::string& description,
+                   const std::vector<Tarvo::Persistency::StringOption>& options, double width, double height) {
+    NodeFactory::registerType<Sheet>(type, description, "flowsheet", true, {}, options, {}, "", width, height);
+}
+
+// The flowsheets of the papers, each alias after its base, then the engine and the biogas plants.
+void registerReferenceFlowsheets() {
+    const std::string capture = "Post-combustion CO2 capture for power plants Figure ";
+    registerSheet<Merkel2010Fig7a>("Merkel2010Fig7a",
+                                   capture + "7a of Merkel2010, with free-flow, multi-stage membrane model but "
+                                             "without permeate sweep",
+                                   {}, 123.33, 65);
+    registerSheet<Merkel2010Fig7aCounterflow>("Merkel2010Fig7aCounterflow",
+                                              capture + "7a of Merkel2010, counter-current, configurable",
+                                              {counterflowModule("MembraneMulti22LinearCounterflow")}, 123.33, 65);
+    NodeFactory::registerAlias("Merkel2010Fig7aCounterflow", "Merkel2010Fig7aLinearCounterflow",
+                               capture + "7a of Merkel2010 with linear average, counter-current, multi-stage "
+                                         "membrane model",
+                               Defaults().setString("typeX", "MembraneMulti22LinearCounterflow"), "", 123.33, 65);
+    registerSheet<Merkel2010Fig7b>("Merkel2010Fig7b", capture + "7b of Merkel2010, counter-current, configurable",
+                                   {counterflowModule("MembraneMulti22RtscCounterflow")}, 143.33, 65);
+    NodeFactory::registerAlias("Merkel2010Fig7b", "Merkel2010Fig7bLinearCounterflow",
+                               capture + "7b of Merkel2010 with linear average, counter-flow/sweep multi-stage "
+                                         "membrane model",
+                               Defaults().setString("typeX", "MembraneMulti22LinearCounterflow"), "", 143.33, 65);
+    registerSheet<Merkel2010Fig11>("Merkel2010Fig11",
+                                   "Post-combustion CO2 capture for power plants Figure 11 Merkel2010 (three-step "
+                                   "vacuum membrane process)",
+                                   {}, 243.23, 141.65);
+    registerSheet<Deng2010Fig6b>("Deng2010Fig6b",
+                                 "Biogas upgrading Figure 6b of Deng2010 (two-step configuration without recycle)",
+                                 {}, 143.33, 100);
+    const std::string cascade = "Biogas upgrading Figure2 of Makaruk2010 (two-step low-pressure-feed cascade)";
+    registerSheet<Makaruk2010Fig2>("Makaruk2010Fig2", cascade + ", configurable",
+                                   {{"typeX", "the type of the multi-stage membrane model",
+                                     "MembraneMulti12<Membrane12Rtsc>", "MembraneType1"}},
+                                   243.39, 105.55);
+    const std::pair<const char*, const char*> cascades[] = {{"Rtsc", "RTSC"}, {"Cstr", "CSTR"}};
+    for (const auto& [stage, kind] : cascades)
+        NodeFactory::registerAlias("Makaruk2010Fig2", std::string("Makaruk2010Fig2FreeFlow") + stage,
+                                   cascade + ", with free flow, multi-stage, " + kind + " membrane model",
+                                   Defaults().setString("typeX", std::string("MembraneMulti12<Membrane12") + stage + ">"),
+                                   "", 243.39, 105.55);
+    // A unit of the biogas plants, never the root of a case.
+    NodeFactory::registerType<ICE>("ICE", "Internal Combustion Engine", "unit", false, {}, {}, {}, "", 100, 100);
+    registerSheet<Benchmark>("Benchmark", "Reference biogas plant with Internal Combustion Engine", {}, 100, 100);
+    registerSheet<Upgrading>("Upgrading", "Biogas plant with two-step upgrading", {}, 100, 100);
+}
+
 // An enumerator of types: each item described as the catalogue describes its type, empty for a type that
 // this build does not have yet.
 void addTypeEnumerator(const std::string& name, const std::string& description, const std::vector<std::string>& types) {
@@ -106,9 +167,7 @@ void registerModelCollection() {
     if (NodeFactory::registered("Membrane12Rtsc")) return;
     registerMembranes();
     registerTestBeds();
-    // A unit of the reference flowsheets, never the root of a case.
-    NodeFactory::registerType<ICE>("ICE", "Internal Combustion Engine", "unit", false, {}, {}, {}, "", 100,
-                                   100);
+    registerReferenceFlowsheets();
     Core::clearEnumerators();
     addTypeEnumerator("MembraneType1", oneFeed,
                       {"Membrane12Rtsc", "Membrane12Cstr", "MembraneMulti12<Membrane12Rtsc>",

@@ -8,6 +8,12 @@
 
 using Tarvo::Persistency::Defaults;
 
+namespace {
+// The passes that a chain gets for each of its stages to converge their stage cut estimates: a module of a
+// large area, whose stage cuts are near their ends, takes some 20 passes for 10 stages.
+constexpr int passesPerStage = 10;
+} // namespace
+
 MembraneMulti12::MembraneMulti12(const Defaults& defaults, uint32_t id, Persistency* persistency, Persistent* parent,
                                  Persistent* root)
     : Model(defaults, id, persistency, parent, root), VertexBase(defaults, id, persistency, parent, root),
@@ -97,4 +103,8 @@ void MembraneMulti12::post(SolutionMode, int) {
     for (int c = 0; c < NCOMPONENTS; ++c)
         outSplit[c] = Q("PERMEATE:Tphase.ndotcomps", c) / Q("FEED:Tphase.ndotcomps", c);
     countCalculation();
+}
+
+int MembraneMulti12::sequential() const {
+    return passesPerStage * stages.value();
 }

@@ -1,19 +1,15 @@
 #include <tarvo/components/ListComponents.h>
+#include <tarvo/models/Inputs.h>
+#include <tarvo/models/ReferenceFlowSheet.h>
 #include <tarvo/models/Test.h>
 #include <tarvo/utility/Log.h>
 
-#include <algorithm>
 #include <limits>
 
 using Tarvo::Persistency::Defaults;
 
 namespace {
 constexpr int verbosityFile = -1;
-
-void setInput(Value& q, const Value& value) {
-    q = value;
-    q.setInput();
-}
 } // namespace
 
 Test::Test(const Defaults& defaults, uint32_t id, Persistency* persistency, Persistent* parent, Persistent* root)
@@ -48,13 +44,11 @@ Test::Test(const Defaults& defaults, uint32_t id, Persistency* persistency, Pers
 }
 
 int Test2::sequential() const {
-    const auto* module = dynamic_cast<const FlowSheet*>(&child("GM"));
-    return std::max(5, module ? module->sequential() : 0);
+    return passesOfNestedSheets(*this, 5); // the fewest passes of any flowsheet
 }
 
 bool Test2::simultaneousSupported() const {
-    const auto* module = dynamic_cast<const FlowSheet*>(&child("GM"));
-    return !module || module->simultaneousSupported();
+    return nestedSheetsSupportSimultaneous(*this);
 }
 
 void Test::setup() {

@@ -18,4 +18,8 @@ public:
     Quantity Wt{"Wt", "Actual thermal power input", "W", this, 0.0};
 };
 
+// The feeds of the engine of the biogas plants into `plant`: the clean biogas BiogasClean at `pressure` and
+// 313.15 K, the air AirToICE, and the engine's electric yield.
+void setEngineFeeds(Model& plant, const Value& pressure);
+
 #endif

@@ -21,6 +21,8 @@ public:
     void pre(SolutionMode mode, int level) override;
     void post(SolutionMode mode, int level) override;
     void makeUserEquations(std::list<Assignment*>::iterator& it) override;
+    // The stages converge their stage cut estimates by passes: some for each stage.
+    int sequential() const override;
 
     String typeV{"typeV", "the type of the membrane model", "Membrane12Rtsc", this};
     Quantity A{"A", "Membrane area", "m2", this, 1.0};

@@ -50,8 +50,10 @@ void Compressor::setup_of() {
     feeds_.clear();
     for (EdgeBase* edge : inlets_)
         if (edge) feeds_.push_back(edge);
+    // A tree of its own: made under the unit, its phases would take ids from the case and shift the ids of
+    // every node after the unit, so that the results of a retrieved case went back to the wrong rows.
     isentropicNode_.reset(NodeFactory::create(out.type(), Defaults("ISENTROPIC", "Isentropic end state"), 0,
-                                              nullptr, this, rootNode()));
+                                              nullptr, nullptr, nullptr));
     isentropic_ = my_cast<Stream*>(isentropicNode_.get(), TARVO_FUNCTION);
     isentropic_->initializeNonPersistents();
     addObjectiveFunction(flashOf(out));

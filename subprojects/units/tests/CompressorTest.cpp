@@ -96,6 +96,27 @@ TEST_F(CompressorTest, IsentropicCompressionOfNitrogenFollowsTheIdealGasIsentrop
     EXPECT_DOUBLE_EQ(c.isentropic()->T.toDouble(), c.Tis.toDouble());
 }
 
+// The isentropic end state that the first calculation makes is not part of the case: the ids of the nodes
+// of the case, which say where a retrieved case writes its results, stay as they were.
+TEST_F(CompressorTest, TheIsentropicEndStateLeavesTheIdsOfTheCaseAlone) {
+    Compressor& c = machine("C");
+    auto& after = unit<Compressor>("Compressor", "D"); // a unit made after the first, with higher ids
+    setMoleFractions(*in_, 0.1, {{N2, 1.0}}, 1e5, 300.0);
+    in_->calculate(0);
+    c.P = Value(5e5, "Pa");
+    const auto ids = [&] {
+        std::vector<uint32_t> all;
+        for (const Node* node : {static_cast<const Node*>(&c), static_cast<const Node*>(&after),
+                                 static_cast<const Node*>(out_)})
+            all.push_back(node->id());
+        return all;
+    };
+    const std::vector<uint32_t> before = ids();
+    c.calculate(0);
+    ASSERT_NE(c.isentropic(), nullptr);
+    EXPECT_EQ(ids(), before);
+}
+
 // The yields divide a compression's power and multiply an expansion's; the fluid power enters the outlet's
 // enthalpy either way, and the current is that of a three-phase line.
 TEST_F(CompressorTest, YieldsDivideCompressionAndMultiplyExpansion) {
