@@ -19,8 +19,8 @@ public:
     void pre(SolutionMode mode, int level) override;
     void post(SolutionMode mode, int level) override;
     void makeUserEquations(std::list<Assignment*>::iterator& it) override;
-    // A counter-current chain starts its permeate loops by passes, one for each stage to carry the sweep
-    // through; its simultaneous solve closes them.
+    // A counter-current chain converges its permeate loops by passes, several for each stage to carry the
+    // sweep through; a simultaneous solve after them closes the loops exactly.
     int sequential() const override;
 
     Quantity A{"A", "Membrane area", "m2", this, 1.0};

@@ -15,11 +15,9 @@ public:
     // The largest of 50 and the passes of the flowsheets inside, so that a multi-stage module inside gets
     // at least as many sequential passes as it needs on its own.
     int sequential() const override;
-    // The simultaneous solve does not finish these plants: the outlets of their mixers and dividers keep
-    // the state of the last pass, so that the enthalpies of the cascades' and the three-step process's
-    // recycles stall above its tolerance; the capture plants' chains behind their compressors do not
-    // converge in it; and the engine, solved again from its stored case, ends on a plateau. A counter-current
-    // chain inside converges only by passes anyway. Their passes close all of them.
+    // The simultaneous solve finishes these plants from their passes, but not from a stored case: there it
+    // starts from states that the passes would have refreshed (the engine's, the compressor trains') and
+    // ends on a plateau above its tolerance. Their passes close all of them, the first time and again.
     bool simultaneousSupported() const override { return false; }
     void pre(SolutionMode, int) override {}
     void makeUserEquations(std::list<Assignment*>::iterator&) override {}
