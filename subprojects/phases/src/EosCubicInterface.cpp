@@ -72,6 +72,15 @@ Value Interface::ac(int i) const {
 
 Value Interface::b(int i) const { return constants(i).covolume; }
 
+const std::vector<std::array<double, 4>>& Interface::attractionsAt_(double T) const {
+    if (T != attractionT_ || attractions_.empty()) {
+        attractions_.resize(NCOMPONENTS);
+        for (int i = 0; i < NCOMPONENTS; ++i) attractions_[i] = rootAttraction(i, T);
+        attractionT_ = T;
+    }
+    return attractions_;
+}
+
 void Interface::precompute(const Value& T, const Vector& x) const {
     // Without interaction parameters sum_j x_j sqrt(a_i a_j) = sqrt(a_i) sum_j x_j sqrt(a_j): one sum of
     // square roots q, and a = q^2, instead of the double sum. The components' terms are functions of T
@@ -82,8 +91,9 @@ void Interface::precompute(const Value& T, const Vector& x) const {
     Value s = 0.0, q = 0.0, dq = 0.0, d2q = 0.0, covolume = 0.0;
     // The slopes in T of the three sums, at the numbers of x.
     double qT = 0, dqT = 0, d2qT = 0;
+    const std::vector<std::array<double, 4>>& attractions = attractionsAt_(t);
     for (int i = 0; i < NCOMPONENTS; ++i) {
-        const auto [r, r1, r2, r3] = rootAttraction(i, t);
+        const auto [r, r1, r2, r3] = attractions[i];
         rootA_[i] = alongT(shift, r, r1);
         if (mixture && !(x[i].toDouble() > 0)) continue;
         const Value& xi = mixture ? x[i] : one;

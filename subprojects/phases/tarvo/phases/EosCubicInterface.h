@@ -69,7 +69,10 @@ protected:
     // m(omega) of the equations whose attraction has one, as a number.
     virtual double acentricFunction(double) const { return 0; }
     // Makes constants(i) take them anew from the components, as after a change of m.
-    void forgetConstants() { constants_.clear(); }
+    void forgetConstants() {
+        constants_.clear();
+        attractions_.clear();
+    }
     // sqrt(a_i) of component i at the temperature T in K, and its first three derivatives in T: the closed
     // form of each equation, in numbers, which precompute and a carry over to T's derivatives.
     virtual std::array<double, 4> rootAttraction(int i, double T) const = 0;
@@ -78,8 +81,14 @@ private:
     // The integral of 1 / ((v + delta1 b) (v + delta2 b)) from v to infinity.
     Value attraction_(const Value& v) const;
 
+    // rootAttraction of every component at the temperature attractionT_: a flash asks for the same T many
+    // times over while its compositions change.
+    const std::vector<std::array<double, 4>>& attractionsAt_(double T) const;
+
     double betaCritical_;
     mutable std::vector<Constants> constants_;
+    mutable std::vector<std::array<double, 4>> attractions_;
+    mutable double attractionT_ = 0;
     // sqrt(a_i) of every component at the last precompute, in units of sqrt(Pa*m6/kmol2), which SI cannot
     // write: sum_j x_j a_ij = sqrt(a_i) sqrt(a).
     mutable std::vector<Value> rootA_;
