@@ -42,17 +42,14 @@ Interface::Interface(double omegaA, double omegaB, double betaCritical, double d
     : omegaA(omegaA), omegaB(omegaB), delta1(delta1), delta2(delta2), betaCritical_(betaCritical),
       rootA_(NCOMPONENTS) {}
 
-const Interface::Constants& Interface::constants(int i) const {
-    if (constants_.empty()) {
-        constants_.reserve(NCOMPONENTS);
-        for (int j = 0; j < NCOMPONENTS; ++j) {
-            const Value covolume = omegaB * R * components[j]->Tc() / components[j]->Pc();
-            constants_.push_back({components[j]->Tc().toDouble(), std::sqrt(ac(j).toDouble()),
-                                  acentricFunction(components[j]->omega().toDouble()), covolume.toDouble(),
-                                  covolume});
-        }
+void Interface::takeConstants_() const {
+    constants_.reserve(NCOMPONENTS);
+    for (int i = 0; i < NCOMPONENTS; ++i) {
+        const ComponentGeneric& c = *components[i];
+        const Value covolume = omegaB * R * c.Tc() / c.Pc();
+        constants_.push_back({c.Tc().toDouble(), std::sqrt(ac(i).toDouble()), acentricFunction(c.omega().toDouble()),
+                              covolume.toDouble(), covolume});
     }
-    return constants_[i];
 }
 
 Value Interface::a(int i, const Value& T, Value& dadT, Value& d2adT2) const {

@@ -88,22 +88,22 @@ void EosInterface::settleDensity(const Value& P, const Value& T, const Vector& x
     };
     // Newton's method in plain numbers, kept inside (betaLow, betaMax()).
     double b = beta.toDouble(), slope = 1;
-    for (int k = 0; k < maxSteps; ++k) {
+    bool converged = false;
+    for (int k = 0; k < maxSteps && !converged; ++k) {
         const double f = residual(b);
         slope = slopeAt(b, f);
         if (!(slope > 0) || !std::isfinite(f)) break; // no direction: the flash goes on from here
         double next = b - f / slope;
         if (next <= betaLow) next = 0.1 * b;
         if (next >= betaMax()) next = 0.5 * (b + betaMax());
-        const bool done = std::fabs(next - b) <= stepTolerance * b;
+        converged = std::fabs(next - b) <= stepTolerance * b;
         b = next;
-        if (done) break;
     }
     // The pressure that the phase sees is not monotone in beta where it is bent: Newton's method may stop on
     // a hump short of the flash's pressure, as a vapor does where the pressure lies above the top of its own
     // branch (a compressed liquid). The residual rises from betaLow to betaMax() past any hump, so a root
     // lies between the stop and the end on the side that the residual's sign points to.
-    const double stop = residual(b);
+    const double stop = converged ? 0.0 : residual(b);
     if (std::isfinite(stop) && std::fabs(stop) > bracketTolerance) {
         const double lo = stop < 0 ? b : betaLow + endGap * (b - betaLow);
         const double hi = stop < 0 ? betaMax() - endGap * (betaMax() - b) : b;

@@ -65,7 +65,10 @@ protected:
         double b;       // m3/kmol
         Value covolume; // b with its units
     };
-    const Constants& constants(int i) const;
+    const Constants& constants(int i) const {
+        if (constants_.empty()) takeConstants_();
+        return constants_[i];
+    }
     // m(omega) of the equations whose attraction has one, as a number.
     virtual double acentricFunction(double) const { return 0; }
     // Makes constants(i) take them anew from the components, as after a change of m.
@@ -84,6 +87,7 @@ private:
     // rootAttraction of every component at the temperature attractionT_: a flash asks for the same T many
     // times over while its compositions change.
     const std::vector<std::array<double, 4>>& attractionsAt_(double T) const;
+    void takeConstants_() const;
 
     double betaCritical_;
     mutable std::vector<Constants> constants_;
