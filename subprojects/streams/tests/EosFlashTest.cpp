@@ -3,6 +3,8 @@
 
 #include <tarvo/components/ComponentCatalogue.h>
 #include <tarvo/components/Purecomps.h>
+#include <tarvo/phases/PengRobinson.h>
+#include <tarvo/phases/PhaseGeneric.h>
 
 #include <cmath>
 #include <string>
@@ -78,9 +80,12 @@ TEST_F(EosFlashTest, PureComponentVaporPressureMatchesEqualFugacitiesByHand) {
 // equation without interaction parameters, methane / n-butane / n-decane 0.5 / 0.42 / 0.08 at 280 F and
 // 500 psia, with the problem's critical constants. The published solution:
 //     K = 6.65071, 0.890061, 0.03624; x = 0.08588, 0.46349, 0.45064; y = 0.57114, 0.41253, 0.01633.
-// It takes n-decane's m from the 1978 cubic, where this kernel takes the quadratic below omega 0.5
-// (0.4902 here); that moves K of methane by 1.3e-3 and of n-decane by 8e-3 (relative), the fractions by
-// up to 1.6e-4. The kernel matches the same equation solved by hand to 1e-9.
+// It takes n-decane's m (omega 0.4902) from the 1978 cubic, as its authors do from omega 0.49 on: with the
+// quadratic, K of n-decane would be 0.03652. With the cubic the equation, solved by hand as by the kernel,
+// gives K = 6.65225, 0.890156, 0.036226; x = 0.085856, 0.463444, 0.450700; y = 0.571135, 0.412538,
+// 0.016327: y of methane and n-decane to the printed digits, the rest off by up to 6e-5 in the fractions
+// and 4e-4 (relative) in K. The gas constant and the Rankine and psia conversions cancel in the reduced
+// A and B; a pressure 0.02 per cent higher would come closer, which no constant of the problem explains.
 TEST_F(EosFlashTest, WhitsonBruleProblem18) {
     components.clear();
     components.add(new WithConstants<purecomps::methane>("C1", 343.0 * rankine, 667.8 * psi, 0.0115));
@@ -89,11 +94,16 @@ TEST_F(EosFlashTest, WhitsonBruleProblem18) {
     const std::vector<double> z{0.5, 0.42, 0.08};
     const double T = (280 + 459.67) * rankine, P = 500 * psi;
     auto s = make("StreamPengRobinsonLiquidVapor");
+    for (const char* tag : {"Vphase", "Lphase"})
+        dynamic_cast<Phase::EosCubic::PengRobinson&>(dynamic_cast<Phase::Generic&>(phase(*s, tag)).model())
+            .setCubicFrom(0.49);
     feed(*s, 100.0, z, P, T);
     s->calculate(0);
     ASSERT_TRUE(s->errorList().empty()) << s->errorList().front();
 
-    const PengRobinsonByHand::Split expected = byHand().flash(z, T, P);
+    PengRobinsonByHand pr = byHand();
+    pr.cubicFrom = 0.49;
+    const PengRobinsonByHand::Split expected = pr.flash(z, T, P);
     EXPECT_NEAR(vaporFraction(*s), expected.fraction, 1e-9);
     const double publishedK[] = {6.65071, 0.890061, 0.03624};
     const double publishedX[] = {0.08588, 0.46349, 0.45064};
@@ -102,9 +112,9 @@ TEST_F(EosFlashTest, WhitsonBruleProblem18) {
         const double xi = x(*s, "Lphase", i), yi = x(*s, "Vphase", i);
         EXPECT_NEAR(xi, expected.x[i], 1e-9);
         EXPECT_NEAR(yi, expected.y[i], 1e-9);
-        EXPECT_NEAR(yi / xi / publishedK[i], 1.0, 1e-2);
-        EXPECT_NEAR(xi, publishedX[i], 2e-4);
-        EXPECT_NEAR(yi, publishedY[i], 2e-4);
+        EXPECT_NEAR(yi / xi / publishedK[i], 1.0, 4e-4);
+        EXPECT_NEAR(xi, publishedX[i], 6e-5);
+        EXPECT_NEAR(yi, publishedY[i], 1e-5);
     }
 }
 

@@ -11,11 +11,13 @@
 // parameters. Temperatures in K, pressures in Pa.
 struct PengRobinsonByHand {
     std::vector<double> Tc, Pc, omega;
+    // The acentric factor from which m takes the cubic of 1978.
+    double cubicFrom = 0.5;
 
     static constexpr double R = 8314.4; // J/(kmol K), the kernel's gas constant; Z does not depend on it
 
     double m(double w) const {
-        return w < 0.5 ? 0.37464 + 1.54226 * w - 0.26992 * w * w
+        return w < cubicFrom ? 0.37464 + 1.54226 * w - 0.26992 * w * w
                        : 0.3796 + 1.485 * w - 0.1644 * w * w + 0.01666 * w * w * w;
     }
     double a(std::size_t i, double T) const {
