@@ -25,18 +25,20 @@ void EosInterface::calculatePressureEos_(const Value& T, const Vector& x, PhaseT
     P = pressure(beta, T);
     corrected = false;
     const Value critical = betac(x);
-    const Value Pc_ = pressure(critical, T);
-    const Value Tcm = pseudoCriticalTemperature(x);
-    TARVO_LOG(4) << "Temp = " << T.toDouble() << " Tcm = " << Tcm.toDouble() << " Pcm = " << Pc_.toDouble();
+    // The pressure at betac and the pseudo-critical temperature are taken only where they decide something:
+    // a density evaluates this many times over while the flash starts.
+    const auto Pc_ = [&] { return pressure(critical, T); };
+    const auto Tcm = [&] { return pseudoCriticalTemperature(x).toDouble(); };
+    TARVO_LOG(4) << "Temp = " << T.toDouble() << " Tcm = " << Tcm() << " Pcm = " << Pc_().toDouble();
     // The ideal gas's slope in beta: a fiftieth of it is the least slope that counts as stable.
     const Value s0 = density(one) * R * T;
-    const bool subcritical = T.toDouble() < Tcm.toDouble();
     const bool vapor = type == PhaseType::vapor, liquid = type == PhaseType::liquid;
     const bool dense = beta.toDouble() > critical.toDouble(), light = beta.toDouble() < critical.toDouble();
-    const bool outOfPlace = (subcritical && ((vapor && dense) || (liquid && light))) || (!subcritical && liquid && light);
+    // A liquid lighter than the critical density is out of place at any T; a denser vapor below Tcm.
+    const bool outOfPlace = (liquid && light) || (vapor && dense && T.toDouble() < Tcm());
     Value slope;
     if (outOfPlace) {
-        P = Pc_;
+        P = Pc_();
         slope = dpdbeta(critical, T) - s0 / 50.0;
     } else {
         slope = dpdbeta(beta, T) - s0 / 50.0;
