@@ -30,7 +30,6 @@ Value alongT(const Value& shift, double f, double df) { return shift * df + f; }
 
 // Whether a phase carries anything. One that does not takes the state of the equimolar mixture, rather
 // than a division by 0.
-
 bool carries(const Vector& x) {
     for (const Value& f : x)
         if (f.toDouble() > 0) return true;
