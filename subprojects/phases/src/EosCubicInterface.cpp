@@ -1,19 +1,35 @@
 #include <tarvo/components/ListComponents.h>
 #include <tarvo/phases/EosCubicInterface.h>
 
+#include <cmath>
+
 using Tarvo::Utility::PhaseType;
 
 namespace Phase::EosCubic {
 
 namespace {
-// Whether a phase carries anything. One that does not takes the state of the equimolar mixture, rather
-// than a division by 0.
 // The unit of attractive parameters, whose square root has none in SI.
 const Value& attractiveUnit() {
     static const Value unit(1.0, "Pa*m6/kmol2");
     return unit;
 }
 
+const Value& covolumeUnit() {
+    static const Value unit(1.0, "m3/kmol");
+    return unit;
+}
+
+const Value& kelvin() {
+    static const Value unit(1.0, "K");
+    return unit;
+}
+
+// A function of T given by its number f and slope df at T's number: f + df (T - T0), which carries T's
+// derivatives; shift is T / K - T0.
+Value alongT(const Value& shift, double f, double df) { return shift * df + f; }
+
+// Whether a phase carries anything. One that does not takes the state of the equimolar mixture, rather
+// than a division by 0.
 bool carries(const Vector& x) {
     for (const Value& f : x)
         if (f.toDouble() > 0) return true;
@@ -25,50 +41,75 @@ Interface::Interface(double omegaA, double omegaB, double betaCritical, double d
     : omegaA(omegaA), omegaB(omegaB), delta1(delta1), delta2(delta2), betaCritical_(betaCritical),
       rootA_(NCOMPONENTS) {}
 
+void Interface::takeConstants_() const {
+    constants_.reserve(NCOMPONENTS);
+    for (int i = 0; i < NCOMPONENTS; ++i) {
+        const ComponentGeneric& c = *components[i];
+        const Value covolume = omegaB * R * c.Tc() / c.Pc();
+        constants_.push_back({c.Tc().toDouble(), std::sqrt(ac(i).toDouble()), acentricFunction(c.omega().toDouble()),
+                              covolume.toDouble(), covolume});
+    }
+}
+
+Value Interface::a(int i, const Value& T, Value& dadT, Value& d2adT2) const {
+    // a = r^2 with r = sqrt(a): a' = 2 r r', a'' = 2 (r'^2 + r r''), a''' = 2 (3 r' r'' + r r''').
+    const auto [r, r1, r2, r3] = rootAttraction(i, T.toDouble());
+    const Value shift = T / kelvin() - T.toDouble();
+    dadT = alongT(shift, 2 * r * r1, 2 * (r1 * r1 + r * r2)) * attractiveUnit() / kelvin();
+    d2adT2 = alongT(shift, 2 * (r1 * r1 + r * r2), 2 * (3 * r1 * r2 + r * r3)) * attractiveUnit() / kelvin() /
+             kelvin();
+    return alongT(shift, r * r, 2 * r * r1) * attractiveUnit();
+}
+
 Value Interface::ac(int i) const {
     const ComponentGeneric& c = *components[i];
     return omegaA * R * R * c.Tc() * c.Tc() / c.Pc();
 }
 
-Value Interface::b(int i) const {
-    const ComponentGeneric& c = *components[i];
-    return omegaB * R * c.Tc() / c.Pc();
+Value Interface::b(int i) const { return constants(i).covolume; }
+
+const std::vector<std::array<double, 4>>& Interface::attractionsAt_(double T) const {
+    if (T != attractionT_ || attractions_.empty()) {
+        attractions_.resize(NCOMPONENTS);
+        for (int i = 0; i < NCOMPONENTS; ++i) attractions_[i] = rootAttraction(i, T);
+        attractionT_ = T;
+    }
+    return attractions_;
 }
 
 void Interface::precompute(const Value& T, const Vector& x) const {
     // Without interaction parameters sum_j x_j sqrt(a_i a_j) = sqrt(a_i) sum_j x_j sqrt(a_j): one sum of
-    // square roots q, and a = q^2, instead of the double sum.
+    // square roots q, and a = q^2, instead of the double sum. The components' terms are functions of T
+    // alone, taken in numbers and carried over to T's derivatives once per sum.
     const bool mixture = carries(x);
-    Value s = 0.0, q, dq, d2q, covolume;
+    const double t = T.toDouble();
+    const Value shift = T / kelvin() - t;
+    Value s = 0.0, q = 0.0, dq = 0.0, d2q = 0.0, covolume = 0.0;
+    // The slopes in T of the three sums, at the numbers of x.
+    double qT = 0, dqT = 0, d2qT = 0;
+    const std::vector<std::array<double, 4>>& attractions = attractionsAt_(t);
     for (int i = 0; i < NCOMPONENTS; ++i) {
-        Value da, d2a;
-        const Value ai = a(i, T, da, d2a) / attractiveUnit();
-        da /= attractiveUnit();
-        d2a /= attractiveUnit();
-        Value& root = rootA_[i] = sqrt(ai);
-        if (i == 0) {
-            // Zeros in the units of the sums.
-            q = 0.0 * root;
-            dq = 0.0 * da / root;
-            d2q = 0.0 * d2a / root;
-            covolume = 0.0 * b(i);
-        }
+        const auto [r, r1, r2, r3] = attractions[i];
+        rootA_[i] = alongT(shift, r, r1);
         if (mixture && !(x[i].toDouble() > 0)) continue;
         const Value& xi = mixture ? x[i] : one;
-        const Value droot = da / (2.0 * root);
+        const double xn = xi.toDouble();
         s += xi;
-        q += xi * root;
-        dq += xi * droot;
-        d2q += xi * (0.5 * d2a - droot * droot) / root;
-        covolume += xi * b(i);
+        q += xi * r;
+        dq += xi * r1;
+        d2q += xi * r2;
+        covolume += xi * constants(i).b;
+        qT += xn * r1;
+        dqT += xn * r2;
+        d2qT += xn * r3;
     }
-    q /= s;
-    dq /= s;
-    d2q /= s;
+    q = (q + shift * qT) / s;
+    dq = (dq + shift * dqT) / s;
+    d2q = (d2q + shift * d2qT) / s;
     Amix = q * q * attractiveUnit();
-    dAmixdT = 2.0 * q * dq * attractiveUnit();
-    d2AmixdT2 = 2.0 * (dq * dq + q * d2q) * attractiveUnit();
-    Bmix = covolume / s;
+    dAmixdT = 2.0 * q * dq * attractiveUnit() / kelvin();
+    d2AmixdT2 = 2.0 * (dq * dq + q * d2q) * attractiveUnit() / kelvin() / kelvin();
+    Bmix = covolume / s * covolumeUnit();
 }
 
 void Interface::estimate(const Value& P, const Value& T, const Vector& x, PhaseType type) {
@@ -99,14 +140,14 @@ Value Interface::density(const Value& reduced) const { return reduced / Bmix; }
 
 Value Interface::pseudoCriticalTemperature(const Vector& x) const {
     const bool mixture = carries(x);
-    Value s = 0.0, sum = 0.0 * components[0]->Tc();
+    Value s = 0.0, sum = 0.0;
     for (int i = 0; i < NCOMPONENTS; ++i) {
         if (mixture && !(x[i].toDouble() > 0)) continue;
         const Value& xi = mixture ? x[i] : one;
         s += xi;
-        sum += xi * components[i]->Tc();
+        sum += xi * constants(i).Tc;
     }
-    return sum / s;
+    return sum / s * kelvin();
 }
 
 Value Interface::eos(const Value& v, const Value& T) const {
@@ -137,7 +178,7 @@ void Interface::preparefugacity_eos(const Value& P, const Value& T, std::vector<
     const Value attraction = Amix * attraction_(v) / RT;
     const Value q = sqrt(Amix / attractiveUnit());
     for (int i = 0; i < NCOMPONENTS; ++i) {
-        const Value share = b(i) / Bmix;
+        const Value share = constants(i).covolume / Bmix;
         lnphi[i] = share * (Z - 1.0) + repulsion - attraction * (2.0 * rootA_[i] / q - share);
     }
 }

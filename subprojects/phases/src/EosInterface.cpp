@@ -1,7 +1,9 @@
+#include <tarvo/core/MonotoneRoot.h>
 #include <tarvo/phases/EosInterface.h>
 #include <tarvo/utility/Log.h>
 
 #include <cmath>
+#include <limits>
 
 using Tarvo::Utility::PhaseType;
 
@@ -10,6 +12,11 @@ constexpr int verbosityFile = -1;
 // The local iteration of settleDensity: enough for a start, which the flash's Newton finishes.
 constexpr int maxSteps = 60;
 constexpr double stepTolerance = 1e-13;
+// The search past a hump: a residual this small is a root, and the ends of beta's range are kept this far
+// (relative) from the point where the bent pressure divides by zero.
+constexpr double bracketTolerance = 1e-12;
+constexpr double endGap = 1e-9;
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 } // namespace
 
 namespace Phase {
@@ -18,18 +25,20 @@ void EosInterface::calculatePressureEos_(const Value& T, const Vector& x, PhaseT
     P = pressure(beta, T);
     corrected = false;
     const Value critical = betac(x);
-    const Value Pc_ = pressure(critical, T);
-    const Value Tcm = pseudoCriticalTemperature(x);
-    TARVO_LOG(4) << "Temp = " << T.toDouble() << " Tcm = " << Tcm.toDouble() << " Pcm = " << Pc_.toDouble();
+    // The pressure at betac and the pseudo-critical temperature are taken only where they decide something:
+    // a density evaluates this many times over while the flash starts.
+    const auto Pc_ = [&] { return pressure(critical, T); };
+    const auto Tcm = [&] { return pseudoCriticalTemperature(x).toDouble(); };
+    TARVO_LOG(4) << "Temp = " << T.toDouble() << " Tcm = " << Tcm() << " Pcm = " << Pc_().toDouble();
     // The ideal gas's slope in beta: a fiftieth of it is the least slope that counts as stable.
     const Value s0 = density(one) * R * T;
-    const bool subcritical = T.toDouble() < Tcm.toDouble();
     const bool vapor = type == PhaseType::vapor, liquid = type == PhaseType::liquid;
     const bool dense = beta.toDouble() > critical.toDouble(), light = beta.toDouble() < critical.toDouble();
-    const bool outOfPlace = (subcritical && ((vapor && dense) || (liquid && light))) || (!subcritical && liquid && light);
+    // A liquid lighter than the critical density is out of place at any T; a denser vapor below Tcm.
+    const bool outOfPlace = (liquid && light) || (vapor && dense && T.toDouble() < Tcm());
     Value slope;
     if (outOfPlace) {
-        P = Pc_;
+        P = Pc_();
         slope = dpdbeta(critical, T) - s0 / 50.0;
     } else {
         slope = dpdbeta(beta, T) - s0 / 50.0;
@@ -49,8 +58,10 @@ void EosInterface::calculatePressureEos_(const Value& T, const Vector& x, PhaseT
         return;
     }
     corrected = true;
-    Value plain = P;
-    plain.active().clearderivatives();
+    // The bend's own slope is the one that the iteration sees in beta, so the pressure under it loses its
+    // derivative in beta; it keeps those in T and x, without which Newton's method cannot finish a flash
+    // whose solution lies on the bend (the vapor of a compressed liquid).
+    const Value plain = outOfPlace ? P : pressure(Value(beta.toDouble()), T);
     if (liquid) {
         P = slope / (beta - betaLow) / 10.0 + plain;
         TARVO_LOG(4) << "corrected pressure 1 = " << P.toDouble();
@@ -73,20 +84,39 @@ void EosInterface::settleDensity(const Value& P, const Value& T, const Vector& x
         beta = reduced;
         return calculateResiduals(P, T, x, type).toDouble();
     };
-    // Newton's method in plain numbers, with a difference quotient for the slope of the bent pressure,
-    // kept inside (betaLow, betaMax()).
+    // A difference quotient for the slope of the bent pressure, at a point whose residual is f.
+    const auto slopeAt = [&](double reduced, double f) {
+        return (residual(reduced * (1 + 1e-7)) - f) / (1e-7 * reduced);
+    };
+    // Newton's method in plain numbers, kept inside (betaLow, betaMax()).
     double b = beta.toDouble(), slope = 1;
-    for (int k = 0; k < maxSteps; ++k) {
+    bool converged = false;
+    for (int k = 0; k < maxSteps && !converged; ++k) {
         const double f = residual(b);
-        const double h = 1e-7 * b;
-        slope = (residual(b + h) - f) / h;
+        slope = slopeAt(b, f);
         if (!(slope > 0) || !std::isfinite(f)) break; // no direction: the flash goes on from here
         double next = b - f / slope;
         if (next <= betaLow) next = 0.1 * b;
         if (next >= betaMax()) next = 0.5 * (b + betaMax());
-        const bool done = std::fabs(next - b) <= stepTolerance * b;
+        converged = std::fabs(next - b) <= stepTolerance * b;
         b = next;
-        if (done) break;
+    }
+    // The pressure that the phase sees is not monotone in beta where it is bent: Newton's method may stop on
+    // a hump short of the flash's pressure, as a vapor does where the pressure lies above the top of its own
+    // branch (a compressed liquid). The residual rises from betaLow to betaMax() past any hump, so a root
+    // lies between the stop and the end on the side that the residual's sign points to.
+    const double stop = converged ? 0.0 : residual(b);
+    if (std::isfinite(stop) && std::fabs(stop) > bracketTolerance) {
+        const double lo = stop < 0 ? b : betaLow + endGap * (b - betaLow);
+        const double hi = stop < 0 ? betaMax() - endGap * (betaMax() - b) : b;
+        MonotoneRoot root;
+        const auto sample = [&](double reduced) {
+            return MonotoneRoot::Sample{residual(reduced), notANumber};
+        };
+        if (root.find(sample, lo, hi, b, bracketTolerance) == MonotoneRoot::Outcome::root) {
+            b = root.x();
+            slope = slopeAt(b, residual(b));
+        }
     }
     // One correction in Values: the number moves by rounding only, the derivatives become those of the root.
     beta = b;

@@ -1,18 +1,15 @@
-#include <tarvo/components/ListComponents.h>
 #include <tarvo/phases/KwongPengRedlichRobinsonSoave.h>
+
+#include <cmath>
 
 namespace Phase::EosCubic {
 
-Value KwongPengRedlichRobinsonSoave::a(int i, const Value& T, Value& dadT, Value& d2adT2) const {
-    const ComponentGeneric& c = *components[i];
-    const Value slope = m(c.omega());
-    const Value root = sqrt(T * c.Tc()); // sqrt(Tr) Tc
-    const Value u = 1.0 + slope * (1.0 - root / c.Tc());
-    const Value critical = ac(i);
-    // alpha = u^2; du/dT = -m / (2 root).
-    dadT = -critical * slope * u / root;
-    d2adT2 = critical * slope / (2.0 * T) * (slope / c.Tc() + u / root);
-    return critical * u * u;
+std::array<double, 4> KwongPengRedlichRobinsonSoave::rootAttraction(int i, double T) const {
+    const Constants& c = constants(i);
+    // sqrt(a) = sqrt(a_c) (1 + m (1 - s)) with s = sqrt(T / Tc), whose derivatives are s / (2 T),
+    // -s / (4 T^2) and 3 s / (8 T^3).
+    const double s = std::sqrt(T / c.Tc), k = c.rootAc * c.m * s;
+    return {c.rootAc * (1 + c.m * (1 - s)), -k / (2 * T), k / (4 * T * T), -3 * k / (8 * T * T * T)};
 }
 
 } // namespace Phase::EosCubic

@@ -9,8 +9,13 @@ PengRobinson::PengRobinson()
                                     -0.41421356237309515) {}
 
 Value PengRobinson::m(const Value& omega) const {
-    if (omega.toDouble() < 0.5) return 0.37464 + 1.54226 * omega - 0.26992 * omega * omega;
+    if (omega.toDouble() < cubicFrom_) return 0.37464 + 1.54226 * omega - 0.26992 * omega * omega;
     return 0.3796 + 1.485 * omega - 0.1644 * omega * omega + 0.01666 * omega * omega * omega;
+}
+
+void PengRobinson::setCubicFrom(double omega) {
+    cubicFrom_ = omega;
+    forgetConstants(); // they hold m
 }
 
 } // namespace Phase::EosCubic

@@ -61,6 +61,25 @@ TEST_F(PhaseTest, PengRobinsonTakesTheCubicFormFromOmegaOneHalf) {
     EXPECT_DOUBLE_EQ(pr.m(Value(0.7)).toDouble(), cubic(0.7));
 }
 
+// The boundary moved below a component's acentric factor: m and the attractive term take the cubic, also
+// after they were evaluated with the quadratic.
+TEST_F(PhaseTest, PengRobinsonTakesTheCubicFormFromTheBoundaryThatACaseSets) {
+    Phase::EosCubic::PengRobinson pr;
+    const int co2 = 0;
+    const double Tc = components[co2]->Tc().toDouble(), Pc = components[co2]->Pc().toDouble();
+    const double w = components[co2]->omega().toDouble(), T = 0.7 * Tc;
+    const auto attraction = [&](double m) {
+        const double u = 1 + m * (1 - std::sqrt(T / Tc));
+        return 0.4572355289 * gasConstant * gasConstant * Tc * Tc / Pc * u * u;
+    };
+    const double quadratic = 0.37464 + 1.54226 * w - 0.26992 * w * w;
+    const double cubic = 0.3796 + 1.485 * w - 0.1644 * w * w + 0.01666 * w * w * w;
+    EXPECT_NEAR(attractiveAt(pr, co2, T), attraction(quadratic), 1e-12 * attraction(quadratic));
+    pr.setCubicFrom(w);
+    EXPECT_DOUBLE_EQ(pr.m(Value(w)).toDouble(), cubic);
+    EXPECT_NEAR(attractiveAt(pr, co2, T), attraction(cubic), 1e-12 * attraction(cubic));
+}
+
 // A vapor at low pressure, its density settled as the flash's start settles it: the fugacity coefficients
 // tend to 1 as P falls, the departure from the ideal gas tends to nothing, for every equation.
 TEST_F(PhaseTest, VaporAtLowPressureApproachesTheIdealGas) {

@@ -18,7 +18,11 @@ constexpr int verbosityFile = -1;
 // The successive substitution of a start: a few digits of the K values, which the solve then completes;
 // near a critical point it converges slowly, and the solve takes over from where it stopped.
 constexpr int maxSubstitutions = 30;
-constexpr double substitutionTolerance = 1e-8;
+constexpr double substitutionTolerance = 1e-5;
+// Every this many steps the substitution's rate is read from its last two steps and the series extrapolated,
+// when the rate is one of a linear convergence, and not so close to 1 that the extrapolation runs away.
+constexpr int extrapolationPeriod = 3;
+constexpr double maxRate = 0.95;
 
 bool idealModel(const Phase::Generic& phase) {
     const auto& model = phase.model(); // a call inside typeid draws a side-effect warning from clang
@@ -122,18 +126,32 @@ template <typename F> void StreamTwo<F>::splitAt_(const double* fraction) {
 }
 
 template <typename F> void StreamTwo<F>::substitute_(const double* fraction) {
+    // The steps of ln K, this one and the one before: the substitution converges linearly, each step the
+    // one before times the largest eigenvalue of its map, and every few steps the rest of that series is
+    // added at once (dominant eigenvalue extrapolation).
+    std::vector<double> step(NCOMPONENTS, 0.0), before(NCOMPONENTS, 0.0);
+    std::vector<Value> lnK(NCOMPONENTS);
     for (int k = 0; k < maxSubstitutions; ++k) {
         pushSplit_(false);
         this->settleDensities();
         second_->preparefugacity(FlashBase::P, FlashBase::T);
         first_->preparefugacity(FlashBase::P, FlashBase::T);
-        double change = 0;
+        double change = 0, along = 0, across = 0;
         for (int i = 0; i < NCOMPONENTS; ++i) {
             if (components[i]->isSolid()) continue;
-            const Value lnK = second_->fugacity(i) - first_->fugacity(i);
-            change = std::max(change, std::fabs(lnK.toDouble() - std::log(this->kVL_[i].toDouble())));
-            this->kVL_[i] = exp(lnK);
+            lnK[i] = second_->fugacity(i) - first_->fugacity(i);
+            step[i] = lnK[i].toDouble() - std::log(this->kVL_[i].toDouble());
+            change = std::max(change, std::fabs(step[i]));
+            along += step[i] * step[i];
+            across += step[i] * before[i];
         }
+        const double rate = along / across;
+        const bool extrapolate = k % extrapolationPeriod == extrapolationPeriod - 1 && rate > 0 && rate < maxRate;
+        for (int i = 0; i < NCOMPONENTS; ++i) {
+            if (components[i]->isSolid()) continue;
+            this->kVL_[i] = exp(extrapolate ? lnK[i] + step[i] * rate / (1 - rate) : lnK[i]);
+        }
+        std::swap(step, before);
         splitAt_(fraction);
         if (!(change > substitutionTolerance)) break;
     }

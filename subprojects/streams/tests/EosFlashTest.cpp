@@ -3,6 +3,8 @@
 
 #include <tarvo/components/ComponentCatalogue.h>
 #include <tarvo/components/Purecomps.h>
+#include <tarvo/phases/PengRobinson.h>
+#include <tarvo/phases/PhaseGeneric.h>
 
 #include <cmath>
 #include <string>
@@ -78,9 +80,12 @@ TEST_F(EosFlashTest, PureComponentVaporPressureMatchesEqualFugacitiesByHand) {
 // equation without interaction parameters, methane / n-butane / n-decane 0.5 / 0.42 / 0.08 at 280 F and
 // 500 psia, with the problem's critical constants. The published solution:
 //     K = 6.65071, 0.890061, 0.03624; x = 0.08588, 0.46349, 0.45064; y = 0.57114, 0.41253, 0.01633.
-// It takes n-decane's m from the 1978 cubic, where this kernel takes the quadratic below omega 0.5
-// (0.4902 here); that moves K of methane by 1.3e-3 and of n-decane by 8e-3 (relative), the fractions by
-// up to 1.6e-4. The kernel matches the same equation solved by hand to 1e-9.
+// It takes n-decane's m (omega 0.4902) from the 1978 cubic, as its authors do from omega 0.49 on: with the
+// quadratic, K of n-decane would be 0.03652. With the cubic the equation, solved by hand as by the kernel,
+// gives K = 6.65225, 0.890156, 0.036226; x = 0.085856, 0.463444, 0.450700; y = 0.571135, 0.412538,
+// 0.016327: y of methane and n-decane to the printed digits, the rest off by up to 6e-5 in the fractions
+// and 4e-4 (relative) in K. The gas constant and the Rankine and psia conversions cancel in the reduced
+// A and B; a pressure 0.02 per cent higher would come closer, which no constant of the problem explains.
 TEST_F(EosFlashTest, WhitsonBruleProblem18) {
     components.clear();
     components.add(new WithConstants<purecomps::methane>("C1", 343.0 * rankine, 667.8 * psi, 0.0115));
@@ -89,11 +94,16 @@ TEST_F(EosFlashTest, WhitsonBruleProblem18) {
     const std::vector<double> z{0.5, 0.42, 0.08};
     const double T = (280 + 459.67) * rankine, P = 500 * psi;
     auto s = make("StreamPengRobinsonLiquidVapor");
+    for (const char* tag : {"Vphase", "Lphase"})
+        dynamic_cast<Phase::EosCubic::PengRobinson&>(dynamic_cast<Phase::Generic&>(phase(*s, tag)).model())
+            .setCubicFrom(0.49);
     feed(*s, 100.0, z, P, T);
     s->calculate(0);
     ASSERT_TRUE(s->errorList().empty()) << s->errorList().front();
 
-    const PengRobinsonByHand::Split expected = byHand().flash(z, T, P);
+    PengRobinsonByHand pr = byHand();
+    pr.cubicFrom = 0.49;
+    const PengRobinsonByHand::Split expected = pr.flash(z, T, P);
     EXPECT_NEAR(vaporFraction(*s), expected.fraction, 1e-9);
     const double publishedK[] = {6.65071, 0.890061, 0.03624};
     const double publishedX[] = {0.08588, 0.46349, 0.45064};
@@ -102,9 +112,9 @@ TEST_F(EosFlashTest, WhitsonBruleProblem18) {
         const double xi = x(*s, "Lphase", i), yi = x(*s, "Vphase", i);
         EXPECT_NEAR(xi, expected.x[i], 1e-9);
         EXPECT_NEAR(yi, expected.y[i], 1e-9);
-        EXPECT_NEAR(yi / xi / publishedK[i], 1.0, 1e-2);
-        EXPECT_NEAR(xi, publishedX[i], 2e-4);
-        EXPECT_NEAR(yi, publishedY[i], 2e-4);
+        EXPECT_NEAR(yi / xi / publishedK[i], 1.0, 4e-4);
+        EXPECT_NEAR(xi, publishedX[i], 6e-5);
+        EXPECT_NEAR(yi, publishedY[i], 1e-5);
     }
 }
 
@@ -156,6 +166,65 @@ INSTANTIATE_TEST_SUITE_P(TwoPhase, NaturalGasFlashTest,
 INSTANTIATE_TEST_SUITE_P(OnePhase, NaturalGasFlashTest,
                          ::testing::Values(GasState{10, 320}, GasState{150, 300}, GasState{30, 180}));
 INSTANTIATE_TEST_SUITE_P(NearCritical, NaturalGasFlashTest, ::testing::Values(GasState{90, 250}, GasState{95, 255}));
+
+namespace {
+// A liquid of the natural gas's components far above its bubble pressure, in bar and K.
+struct CompressedLiquid {
+    std::vector<double> z;
+    double P, T;
+};
+} // namespace
+
+class CompressedLiquidFlashTest : public EosFlashTest,
+                                  public ::testing::WithParamInterface<CompressedLiquid> {
+protected:
+    void SetUp() override {
+        EosFlashTest::SetUp();
+        useCatalogue({"methane", "ethane", "propane", "butane"});
+    }
+};
+
+// The vapor that such a liquid would form has no density of its own at that pressure: the flash ends with
+// the liquid alone, on the one root of the cubic, and its enthalpy gives the temperature back.
+TEST_P(CompressedLiquidFlashTest, EndsWithOneLiquidOnTheCubicsRoot) {
+    const CompressedLiquid state = GetParam();
+    const double P = state.P * 1e5;
+    // The premise: the cubic has a single root there, and it is a liquid's.
+    const PengRobinsonByHand::Mixture cubic = byHand().mixture(state.z, state.T, P);
+    ASSERT_EQ(cubic.Z.size(), 1u);
+    ASSERT_LT(cubic.Z[0], 0.35);
+
+    auto s = make("StreamPengRobinsonLiquidVapor");
+    feed(*s, 10.0, state.z, P, state.T);
+    s->calculate(0);
+    ASSERT_TRUE(s->errorList().empty()) << s->errorList().front();
+    EXPECT_EQ(vaporFraction(*s), 0.0);
+    const auto& liquid = phase(*s, "Lphase");
+    EXPECT_EQ(liquid.fraction.toDouble(), 1.0);
+    for (int i = 0; i < NCOMPONENTS; ++i) EXPECT_NEAR(liquid.x[i].toDouble(), state.z[i], 1e-12) << i;
+    const double molarDensity = liquid.rho.toDouble() / liquid.mw.toDouble();
+    EXPECT_NEAR(molarDensity * cubic.Z[0] * PengRobinsonByHand::R * state.T / P, 1.0, 1e-9);
+
+    auto back = make("StreamPengRobinsonLiquidVapor");
+    feed(*back, 10.0, state.z, P, 298.15, "PH");
+    total(*back).H = total(*s).H;
+    back->calculate(0);
+    ASSERT_TRUE(back->errorList().empty()) << back->errorList().front();
+    EXPECT_NEAR(back->T.toDouble(), state.T, 1e-6);
+    EXPECT_EQ(vaporFraction(*back), 0.0);
+}
+
+// n-butane, propane, their mixture, and natural-gas liquids with little methane and with more, at 50 to
+// 100 bar.
+INSTANTIATE_TEST_SUITE_P(PengRobinson, CompressedLiquidFlashTest,
+                         ::testing::Values(CompressedLiquid{{0, 0, 0, 1}, 50, 200},
+                                           CompressedLiquid{{0, 0, 0, 1}, 50, 250},
+                                           CompressedLiquid{{0, 0, 1, 0}, 50, 280},
+                                           CompressedLiquid{{0, 0, 1, 0}, 100, 300},
+                                           CompressedLiquid{{0, 0, 0.5, 0.5}, 100, 320},
+                                           CompressedLiquid{{0.02, 0.1, 0.4, 0.48}, 80, 300},
+                                           CompressedLiquid{{0.02, 0.1, 0.4, 0.48}, 100, 280},
+                                           CompressedLiquid{{0.1, 0.2, 0.3, 0.4}, 80, 280}));
 
 // Identities of one Peng-Robinson phase at several states, from its flashed streams: Cp = dH/dT at
 // constant P, d(G/T)/dT = -H/T^2, and ln phi_i the derivative of n g_res / R T in n_i, g_res taken from

@@ -11,11 +11,13 @@
 // parameters. Temperatures in K, pressures in Pa.
 struct PengRobinsonByHand {
     std::vector<double> Tc, Pc, omega;
+    // The acentric factor from which m takes the cubic of 1978.
+    double cubicFrom = 0.5;
 
     static constexpr double R = 8314.4; // J/(kmol K), the kernel's gas constant; Z does not depend on it
 
     double m(double w) const {
-        return w < 0.5 ? 0.37464 + 1.54226 * w - 0.26992 * w * w
+        return w < cubicFrom ? 0.37464 + 1.54226 * w - 0.26992 * w * w
                        : 0.3796 + 1.485 * w - 0.1644 * w * w + 0.01666 * w * w * w;
     }
     double a(std::size_t i, double T) const {
@@ -45,16 +47,26 @@ struct PengRobinsonByHand {
         return z;
     }
 
-    // ln phi of every component of the normalised composition x at (T, P), on the vapor or liquid root.
-    std::vector<double> lnphi(const std::vector<double>& x, double T, double P, bool liquid) const {
-        const std::size_t n = x.size();
+    // The normalised composition x at (T, P): sum x_i sqrt(a_i), b, the reduced A and B, and the
+    // compressibility factors of the cubic's roots.
+    struct Mixture {
+        double q, bm, A, B;
+        std::vector<double> Z;
+    };
+    Mixture mixture(const std::vector<double>& x, double T, double P) const {
         double q = 0, bm = 0;
-        for (std::size_t i = 0; i < n; ++i) {
+        for (std::size_t i = 0; i < x.size(); ++i) {
             q += x[i] * std::sqrt(a(i, T));
             bm += x[i] * b(i);
         }
         const double A = q * q * P / (R * R * T * T), B = bm * P / (R * T);
-        const std::vector<double> z = roots(A, B);
+        return {q, bm, A, B, roots(A, B)};
+    }
+
+    // ln phi of every component of the normalised composition x at (T, P), on the vapor or liquid root.
+    std::vector<double> lnphi(const std::vector<double>& x, double T, double P, bool liquid) const {
+        const std::size_t n = x.size();
+        const auto [q, bm, A, B, z] = mixture(x, T, P);
         const double Z = liquid ? *std::min_element(z.begin(), z.end()) : *std::max_element(z.begin(), z.end());
         const double s2 = std::sqrt(2.0);
         const double log = std::log((Z + (1 + s2) * B) / (Z + (1 - s2) * B));

@@ -3,6 +3,7 @@
 
 #include <tarvo/phases/EosInterface.h>
 
+#include <array>
 #include <vector>
 
 namespace Phase::EosCubic {
@@ -26,7 +27,7 @@ public:
     virtual Value deosdv(const Value& v, const Value& T) const;
     virtual Value deosdT(const Value& v, const Value& T) const;
     // The attractive parameter of component i at T, with its first and second derivatives in T.
-    virtual Value a(int i, const Value& T, Value& dadT, Value& d2adT2) const = 0;
+    virtual Value a(int i, const Value& T, Value& dadT, Value& d2adT2) const;
     // Of component i: the attractive parameter at its critical point, and the covolume.
     Value ac(int i) const;
     Value b(int i) const;
@@ -54,11 +55,44 @@ public:
 
     const double omegaA, omegaB, delta1, delta2;
 
+protected:
+    // What the mixture needs of a component, taken once from its constants: T is a number of the flash's
+    // iterations, a component's constants are not.
+    struct Constants {
+        double Tc;      // K
+        double rootAc;  // sqrt(a_c), in units of sqrt(Pa*m6/kmol2)
+        double m;       // the function of the acentric factor, for the equations that have one
+        double b;       // m3/kmol
+        Value covolume; // b with its units
+    };
+    const Constants& constants(int i) const {
+        if (constants_.empty()) takeConstants_();
+        return constants_[i];
+    }
+    // m(omega) of the equations whose attraction has one, as a number.
+    virtual double acentricFunction(double) const { return 0; }
+    // Makes constants(i) take them anew from the components, as after a change of m.
+    void forgetConstants() {
+        constants_.clear();
+        attractions_.clear();
+    }
+    // sqrt(a_i) of component i at the temperature T in K, and its first three derivatives in T: the closed
+    // form of each equation, in numbers, which precompute and a carry over to T's derivatives.
+    virtual std::array<double, 4> rootAttraction(int i, double T) const = 0;
+
 private:
     // The integral of 1 / ((v + delta1 b) (v + delta2 b)) from v to infinity.
     Value attraction_(const Value& v) const;
 
+    // rootAttraction of every component at the temperature attractionT_: a flash asks for the same T many
+    // times over while its compositions change.
+    const std::vector<std::array<double, 4>>& attractionsAt_(double T) const;
+    void takeConstants_() const;
+
     double betaCritical_;
+    mutable std::vector<Constants> constants_;
+    mutable std::vector<std::array<double, 4>> attractions_;
+    mutable double attractionT_ = 0;
     // sqrt(a_i) of every component at the last precompute, in units of sqrt(Pa*m6/kmol2), which SI cannot
     // write: sum_j x_j a_ij = sqrt(a_i) sqrt(a).
     mutable std::vector<Value> rootA_;

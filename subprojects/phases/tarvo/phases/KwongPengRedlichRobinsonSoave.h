@@ -10,8 +10,11 @@ namespace Phase::EosCubic {
 class KwongPengRedlichRobinsonSoave : public Interface {
 public:
     using Interface::Interface;
-    Value a(int i, const Value& T, Value& dadT, Value& d2adT2) const override;
     virtual Value m(const Value& omega) const = 0;
+
+protected:
+    double acentricFunction(double omega) const override { return m(Value(omega)).toDouble(); }
+    std::array<double, 4> rootAttraction(int i, double T) const override;
 };
 
 } // namespace Phase::EosCubic

@@ -9,7 +9,9 @@ namespace Phase::EosCubic {
 class VanDerWaals : public Interface {
 public:
     VanDerWaals();
-    Value a(int i, const Value& T, Value& dadT, Value& d2adT2) const override;
+
+protected:
+    std::array<double, 4> rootAttraction(int i, double T) const override;
 };
 
 } // namespace Phase::EosCubic
