@@ -28,6 +28,7 @@ template <typename S> Helmholtz<S> ideal(const S& delta, const S& tau) {
 
 template <typename S> Helmholtz<S> residual(const S& delta, const S& tau) {
     using std::exp;
+    using std::fabs;
     using std::pow;
     Helmholtz<S> h{0.0 * delta, 0.0 * delta, 0.0 * delta, 0.0 * delta, 0.0 * delta, 0.0 * delta};
     for (const PowerTerm& p : power) {
@@ -60,11 +61,13 @@ template <typename S> Helmholtz<S> residual(const S& delta, const S& tau) {
         h.dt += value * ld * lt;
     }
     for (const NonAnalyticTerm& k : nonAnalytic) {
-        // q = (delta - 1)^2; every power of it below is of a positive exponent, so that delta = 1 is regular.
-        const S dm = delta - 1.0, tm = tau - 1.0, q = dm * dm;
-        const S qa = pow(q, k.a - 1.0), qb = pow(q, 0.5 / k.beta - 1.0);
-        const S theta = (1.0 - tau) + k.A * pow(q, 0.5 / k.beta);
-        const S Delta = theta * theta + k.B * pow(q, k.a);
+        // q = (delta - 1)^2. Its powers are taken of |delta - 1|, with exponents above 1: q^(1/(2 beta) - 1)
+        // has a slope that grows without bound at delta = 1, and a derivative carried through it would be
+        // infinity times zero there, where the value and its true derivatives are regular.
+        const S dm = delta - 1.0, tm = tau - 1.0, q = dm * dm, m = fabs(dm);
+        const S qa = pow(m, 2.0 * (k.a - 1.0)), qb = pow(m, 1.0 / k.beta - 2.0);
+        const S theta = (1.0 - tau) + k.A * pow(m, 1.0 / k.beta);
+        const S Delta = theta * theta + k.B * pow(m, 2.0 * k.a);
         const S Delta_d = dm * (k.A * theta * (2.0 / k.beta) * qb + 2.0 * k.B * k.a * qa);
         const S Delta_dd = k.A * theta * (2.0 / k.beta) * qb + 2.0 * k.B * k.a * qa +
                            4.0 * k.B * k.a * (k.a - 1.0) * qa + 2.0 * k.A * k.A / (k.beta * k.beta) * qb * qb * q +

@@ -123,9 +123,9 @@ Value Iapws::pseudoCriticalTemperature(const Vector&) const { return criticalT()
 double Iapws::betaMax() const { return 5.0; }
 
 double Iapws::branchEnd(double T, PhaseType type) const {
-    // Above the critical temperature every density is stable: the vapor has all of them, the liquid
-    // those above the critical density.
-    if (T >= criticalTemperature) return type == PhaseType::vapor ? betaMax() : 1.0;
+    // Above the critical temperature every density is stable, and a phase of either type is the one
+    // fluid there: a liquid bent below the critical density would report a density that isn't water's.
+    if (T >= criticalTemperature) return type == PhaseType::vapor ? betaMax() : 0.0;
     const int k = type == PhaseType::vapor ? 0 : 1;
     if (endT_[k] == T) return end_[k];
     const double tau = criticalTemperature / T;

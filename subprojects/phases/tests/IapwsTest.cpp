@@ -192,6 +192,37 @@ TEST_F(IapwsTest, FugacityIsTheMoleNumberDerivativeOfTheResidualHelmholtzEnergy)
     }
 }
 
+// On the critical isochore, delta = 1 exactly, the terms of the critical region have powers of
+// (delta - 1)^2 whose slope has no bound, while the terms and their true derivatives are regular: the
+// derivatives that Value carries there, of the pressure and the enthalpy in T and in the density unknown,
+// are finite and match difference quotients, above and below the critical temperature.
+TEST_F(IapwsTest, DerivativesOnTheCriticalIsochoreMatchDifferences) {
+    const auto evaluate = [&](double T, double beta) {
+        Value t(T, "K"), b(beta);
+        t.active().setActive(0);
+        b.active().setActive(1);
+        model().beta = b;
+        model().prepare(t, water);
+        return std::vector<Value>{model().pressure(b, t) / Value(1.0, "Pa"),
+                                  model().calculate_H_(Value(1e7, "Pa"), t, water) / Value(1.0, "J/kmol")};
+    };
+    ActiveContext::Scope directions(2);
+    for (const double T : {640.0, 700.0}) {
+        const std::vector<Value> at = evaluate(T, 1.0);
+        const double steps[] = {1e-3, 1e-6};
+        for (int d = 0; d < 2; ++d) {
+            const double s = steps[d];
+            const std::vector<Value> up = evaluate(T + (d == 0 ? s : 0), 1.0 + (d == 1 ? s : 0));
+            const std::vector<Value> down = evaluate(T - (d == 0 ? s : 0), 1.0 - (d == 1 ? s : 0));
+            for (int q = 0; q < 2; ++q) {
+                const double difference = (up[q].toDouble() - down[q].toDouble()) / (2 * s);
+                EXPECT_NEAR(at[q].active().derivative(d), difference, 1e-6 * std::fabs(difference))
+                    << T << " K, quantity " << q << ", direction " << d;
+            }
+        }
+    }
+}
+
 TEST_F(IapwsTest, AnyComponentBesideWaterIsAClearError) {
     Vector mixture = water;
     mixture[0] = 0.1; // CO2

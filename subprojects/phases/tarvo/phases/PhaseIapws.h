@@ -56,8 +56,8 @@ public:
     Value calculateResiduals(const Value& P, const Value& T, const Vector& x, PhaseType type) override;
 
     // The end of the stable branch of a phase of `type` at T: the reduced density where the slope of the
-    // pressure in it falls to a fiftieth of the ideal gas's. Above the critical temperature, 1 for the
-    // liquid and betaMax for the vapor: there the vapor is the fluid at any density.
+    // pressure in it falls to a fiftieth of the ideal gas's. Above the critical temperature, 0 for the
+    // liquid and betaMax for the vapor: there either is the fluid at any density.
     double branchEnd(double T, PhaseType type) const;
 
     // The two parts of the reduced Helmholtz energy at the last precompute.
