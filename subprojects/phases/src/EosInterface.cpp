@@ -66,28 +66,51 @@ Value EosInterface::calculateResiduals(const Value& P, const Value& T, const Vec
     return seen / P - 1.0;
 }
 
+double EosInterface::plainResidual(double reduced, const Value& P, const Value& T, const Vector& x, PhaseType type) {
+    beta = reduced;
+    return calculateResiduals(P, T, x, type).toDouble();
+}
+
+bool EosInterface::Settled::at(const Value& Pnow, const Value& Tnow, const Vector& xnow, PhaseType typeNow) const {
+    if (Pnow.toDouble() != P || Tnow.toDouble() != T || typeNow != type || xnow.size() != x.size()) return false;
+    for (std::size_t i = 0; i < x.size(); ++i)
+        if (xnow[i].toDouble() != x[i]) return false;
+    return true;
+}
+
 void EosInterface::settleDensity(const Value& P, const Value& T, const Vector& x, PhaseType type) {
     precompute(T, x);
-    estimate(P, T, x, type);
-    const auto residual = [&](double reduced) {
-        beta = reduced;
-        return calculateResiduals(P, T, x, type).toDouble();
-    };
+    const auto residual = [&](double reduced) { return plainResidual(reduced, P, T, x, type); };
     // Newton's method in plain numbers, with a difference quotient for the slope of the bent pressure,
-    // kept inside (betaLow, betaMax()).
-    double b = beta.toDouble(), slope = 1;
-    for (int k = 0; k < maxSteps; ++k) {
-        const double f = residual(b);
-        const double h = 1e-7 * b;
-        slope = (residual(b + h) - f) / h;
-        if (!(slope > 0) || !std::isfinite(f)) break; // no direction: the flash goes on from here
-        double next = b - f / slope;
-        if (next <= betaLow) next = 0.1 * b;
-        if (next >= betaMax()) next = 0.5 * (b + betaMax());
-        const bool done = std::fabs(next - b) <= stepTolerance * b;
-        b = next;
-        if (done) break;
+    // kept inside (betaLow, betaMax()). A settle at the state of the last one, as the substitution of a
+    // start asks of a pure fluid at each round, keeps that root where the residual there still vanishes.
+    double b = settled_.root, slope = settled_.slope;
+    const bool again = settled_.at(P, T, x, type) && slope > 0 &&
+                       std::fabs(residual(b) / slope) <= stepTolerance * b;
+    if (!again) {
+        estimate(P, T, x, type);
+        b = beta.toDouble();
+        slope = 1;
+        for (int k = 0; k < maxSteps; ++k) {
+            const double f = residual(b);
+            const double h = 1e-7 * b;
+            slope = (residual(b + h) - f) / h;
+            if (!(slope > 0) || !std::isfinite(f)) break; // no direction: the flash goes on from here
+            double next = b - f / slope;
+            if (next <= betaLow) next = 0.1 * b;
+            if (next >= betaMax()) next = 0.5 * (b + betaMax());
+            const bool done = std::fabs(next - b) <= stepTolerance * b;
+            b = next;
+            if (done) break;
+        }
     }
+    settled_.P = P.toDouble();
+    settled_.T = T.toDouble();
+    settled_.x.resize(x.size());
+    for (std::size_t i = 0; i < x.size(); ++i) settled_.x[i] = x[i].toDouble();
+    settled_.type = type;
+    settled_.root = b;
+    settled_.slope = slope;
     // One correction in Values: the number moves by rounding only, the derivatives become those of the root.
     beta = b;
     if (!(slope > 0)) return;
