@@ -126,6 +126,14 @@ Sums regularTerms(double delta, double tau) {
 double plain(double x) { return x; }
 double plain(const Active& x) { return x.val(); }
 
+// x^r, with one call of pow where the rule of a state with derivatives would make two; the slope at x = 0
+// is that of an exponent above 1.
+double raised(double x, double r) { return std::pow(x, r); }
+Active raised(const Active& x, double r) {
+    const double v = std::pow(x.val(), r);
+    return Active::chain(v, x.val() != 0 ? r * v / x.val() : 0.0, x);
+}
+
 // A plain number with the derivatives in delta and tau given, as a value of the state's kind.
 double lift(double v, double, double, const double&, const double&) { return v; }
 Active lift(double v, double inDelta, double inTau, const Active& delta, const Active& tau) {
@@ -136,7 +144,6 @@ Active lift(double v, double inDelta, double inTau, const Active& delta, const A
 template <typename S> Helmholtz<S> residual(const S& delta, const S& tau) {
     using std::exp;
     using std::fabs;
-    using std::pow;
     const Sums s = regularTerms(plain(delta), plain(tau));
     Helmholtz<S> h{lift(s.phi, s.d, s.t, delta, tau),  lift(s.d, s.dd, s.dt, delta, tau),
                    lift(s.dd, s.ddd, s.ddt, delta, tau), lift(s.t, s.dt, s.tt, delta, tau),
@@ -146,7 +153,7 @@ template <typename S> Helmholtz<S> residual(const S& delta, const S& tau) {
         // below 1 has a slope without bound at delta = 1, and a derivative carried through it would be
         // infinity times zero there, where the terms and their true derivatives are regular.
         const S dm = delta - 1.0, tm = tau - 1.0, q = dm * dm, m = fabs(dm);
-        const S mb = pow(m, 1.0 / k.beta), qa = pow(m, 2.0 * (k.a - 1.0));
+        const S mb = raised(m, 1.0 / k.beta), qa = raised(m, 2.0 * (k.a - 1.0));
         const S qb = plain(m) > 0 ? mb / q : 0.0 * m; // q^(1/(2 beta) - 1): m^(1/beta - 2), flat at m = 0
         const S theta = (1.0 - tau) + k.A * mb;
         const S Delta = theta * theta + k.B * qa * q;
@@ -154,7 +161,7 @@ template <typename S> Helmholtz<S> residual(const S& delta, const S& tau) {
         const S Delta_dd = k.A * theta * (2.0 / k.beta) * qb + 2.0 * k.B * k.a * qa +
                            4.0 * k.B * k.a * (k.a - 1.0) * qa + 2.0 * k.A * k.A / (k.beta * k.beta) * qb * qb * q +
                            k.A * theta * (4.0 / k.beta) * (0.5 / k.beta - 1.0) * qb;
-        const S Db1 = pow(Delta, k.b - 1.0), Db2 = Db1 / Delta;
+        const S Db1 = raised(Delta, k.b - 1.0), Db2 = Db1 / Delta;
         const S Db = Db1 * Delta;
         const S Db_d = k.b * Db1 * Delta_d;
         const S Db_dd = k.b * (Db1 * Delta_dd + (k.b - 1.0) * Db2 * Delta_d * Delta_d);
