@@ -77,47 +77,71 @@ Value EosInterface::calculateResiduals(const Value& P, const Value& T, const Vec
     return seen / P - 1.0;
 }
 
+double EosInterface::plainResidual(double reduced, const Value& P, const Value& T, const Vector& x, PhaseType type) {
+    beta = reduced;
+    return calculateResiduals(P, T, x, type).toDouble();
+}
+
+bool EosInterface::Settled::at(const Value& Pnow, const Value& Tnow, const Vector& xnow, PhaseType typeNow) const {
+    if (Pnow.toDouble() != P || Tnow.toDouble() != T || typeNow != type || xnow.size() != x.size()) return false;
+    for (std::size_t i = 0; i < x.size(); ++i)
+        if (xnow[i].toDouble() != x[i]) return false;
+    return true;
+}
+
 void EosInterface::settleDensity(const Value& P, const Value& T, const Vector& x, PhaseType type) {
     precompute(T, x);
-    estimate(P, T, x, type);
-    const auto residual = [&](double reduced) {
-        beta = reduced;
-        return calculateResiduals(P, T, x, type).toDouble();
-    };
+    const auto residual = [&](double reduced) { return plainResidual(reduced, P, T, x, type); };
     // A difference quotient for the slope of the bent pressure, at a point whose residual is f.
     const auto slopeAt = [&](double reduced, double f) {
         return (residual(reduced * (1 + 1e-7)) - f) / (1e-7 * reduced);
     };
-    // Newton's method in plain numbers, kept inside (betaLow, betaMax()).
-    double b = beta.toDouble(), slope = 1;
-    bool converged = false;
-    for (int k = 0; k < maxSteps && !converged; ++k) {
-        const double f = residual(b);
-        slope = slopeAt(b, f);
-        if (!(slope > 0) || !std::isfinite(f)) break; // no direction: the flash goes on from here
-        double next = b - f / slope;
-        if (next <= betaLow) next = 0.1 * b;
-        if (next >= betaMax()) next = 0.5 * (b + betaMax());
-        converged = std::fabs(next - b) <= stepTolerance * b;
-        b = next;
-    }
-    // The pressure that the phase sees is not monotone in beta where it is bent: Newton's method may stop on
-    // a hump short of the flash's pressure, as a vapor does where the pressure lies above the top of its own
-    // branch (a compressed liquid). The residual rises from betaLow to betaMax() past any hump, so a root
-    // lies between the stop and the end on the side that the residual's sign points to.
-    const double stop = converged ? 0.0 : residual(b);
-    if (std::isfinite(stop) && std::fabs(stop) > bracketTolerance) {
-        const double lo = stop < 0 ? b : betaLow + endGap * (b - betaLow);
-        const double hi = stop < 0 ? betaMax() - endGap * (betaMax() - b) : b;
-        MonotoneRoot root;
-        const auto sample = [&](double reduced) {
-            return MonotoneRoot::Sample{residual(reduced), notANumber};
-        };
-        if (root.find(sample, lo, hi, b, bracketTolerance) == MonotoneRoot::Outcome::root) {
-            b = root.x();
-            slope = slopeAt(b, residual(b));
+    // A settle at the state of the last one, as the substitution of a start asks of a pure fluid at each
+    // round, keeps that root where the residual there still vanishes.
+    double b = settled_.root, slope = settled_.slope;
+    const bool again = settled_.at(P, T, x, type) && slope > 0 &&
+                       std::fabs(residual(b) / slope) <= stepTolerance * b;
+    if (!again) {
+        estimate(P, T, x, type);
+        // Newton's method in plain numbers, kept inside (betaLow, betaMax()).
+        b = beta.toDouble();
+        slope = 1;
+        bool converged = false;
+        for (int k = 0; k < maxSteps && !converged; ++k) {
+            const double f = residual(b);
+            slope = slopeAt(b, f);
+            if (!(slope > 0) || !std::isfinite(f)) break; // no direction: the flash goes on from here
+            double next = b - f / slope;
+            if (next <= betaLow) next = 0.1 * b;
+            if (next >= betaMax()) next = 0.5 * (b + betaMax());
+            converged = std::fabs(next - b) <= stepTolerance * b;
+            b = next;
+        }
+        // The pressure that the phase sees is not monotone in beta where it is bent: Newton's method may stop
+        // on a hump short of the flash's pressure, as a vapor does where the pressure lies above the top of
+        // its own branch (a compressed liquid). The residual rises from betaLow to betaMax() past any hump,
+        // so a root lies between the stop and the end on the side that the residual's sign points to.
+        const double stop = converged ? 0.0 : residual(b);
+        if (std::isfinite(stop) && std::fabs(stop) > bracketTolerance) {
+            const double lo = stop < 0 ? b : betaLow + endGap * (b - betaLow);
+            const double hi = stop < 0 ? betaMax() - endGap * (betaMax() - b) : b;
+            MonotoneRoot root;
+            const auto sample = [&](double reduced) {
+                return MonotoneRoot::Sample{residual(reduced), notANumber};
+            };
+            if (root.find(sample, lo, hi, b, bracketTolerance) == MonotoneRoot::Outcome::root) {
+                b = root.x();
+                slope = slopeAt(b, residual(b));
+            }
         }
     }
+    settled_.P = P.toDouble();
+    settled_.T = T.toDouble();
+    settled_.x.resize(x.size());
+    for (std::size_t i = 0; i < x.size(); ++i) settled_.x[i] = x[i].toDouble();
+    settled_.type = type;
+    settled_.root = b;
+    settled_.slope = slope;
     // One correction in Values: the number moves by rounding only, the derivatives become those of the root.
     beta = b;
     if (!(slope > 0)) return;

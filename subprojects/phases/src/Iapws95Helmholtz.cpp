@@ -2,7 +2,11 @@
 
 #include <tarvo/phases/Iapws95Helmholtz.h>
 
+#include <algorithm>
+#include <cassert>
 #include <cmath>
+#include <iterator>
+#include <vector>
 
 namespace Phase::Iapws95 {
 
@@ -26,50 +30,138 @@ template <typename S> Helmholtz<S> ideal(const S& delta, const S& tau) {
     return h;
 }
 
+namespace {
+// The 54 power and Gaussian terms with their derivatives up to the third, in plain numbers: a state that
+// carries derivatives takes them from here through the chain rule, and the sums run once, without
+// derivatives in them.
+struct Sums {
+    double phi, d, dd, t, tt, dt, ddd, ddt, dtt, ttt;
+};
+
+// x^k for the exponents of the tables, all of them multiples of 1/8 between -1/2 and 50: an integer power
+// from products times a root x^(j/8) from three square roots.
+template <int N> struct Powers {
+    double p[N + 1], root[8];
+    explicit Powers(double x) {
+        p[0] = 1;
+        for (int k = 1; k <= N; ++k) p[k] = p[k - 1] * x;
+        const double r2 = std::sqrt(x), r4 = std::sqrt(r2), r8 = std::sqrt(r4);
+        const double roots[8] = {1, r8, r4, r4 * r8, r2, r2 * r8, r2 * r4, r2 * r4 * r8};
+        std::copy(roots, roots + 8, root);
+    }
+    // x^(n + j/8), -N <= n <= N, 0 <= j < 8.
+    double operator()(int n, int j) const { return n >= 0 ? p[n] * root[j] : root[j] / p[-n]; }
+};
+
+// An exponent of the tables as n + j/8, found once.
+struct Eighths {
+    int n, j;
+    explicit Eighths(double k) : n(static_cast<int>(std::floor(k))), j(static_cast<int>(8 * (k - std::floor(k)))) {
+        assert(n + j / 8.0 == k && "IAPWS-95 exponents are multiples of 1/8");
+    }
+};
+
+constexpr int maxDelta = 15, maxTau = 50; // the largest exponents of delta and tau in the tables
+
+// The exponents of each power term, as the tables give them.
+struct PowerExponents {
+    Eighths d, t;
+    int c;
+};
+const std::vector<PowerExponents>& powerExponents() {
+    static const std::vector<PowerExponents> table = [] {
+        std::vector<PowerExponents> e;
+        for (const PowerTerm& p : power) e.push_back({Eighths(p.d), Eighths(p.t), static_cast<int>(p.c)});
+        return e;
+    }();
+    return table;
+}
+
+Sums regularTerms(double delta, double tau) {
+    const Powers<maxDelta> dp(delta);
+    const Powers<maxTau> tp(tau);
+    double exps[7] = {1, 0, 0, 0, 0, 0, 0}; // exp(-delta^c) for the exponents c of the table
+    for (int c = 1; c <= 6; ++c) exps[c] = std::exp(-dp.p[c]);
+    const double id = 1 / delta, it = 1 / tau;
+    // d^k phi_i / d delta^k of each term is v a_k / delta^k, and the same for tau with b_k: the power terms
+    // are summed with these scales, which are put in at the end.
+    Sums s{};
+    const auto add = [&](double v, double a1, double a2, double a3, double b1, double b2, double b3) {
+        s.phi += v;
+        s.d += v * a1;
+        s.dd += v * a2;
+        s.ddd += v * a3;
+        s.t += v * b1;
+        s.tt += v * b2;
+        s.ttt += v * b3;
+        s.dt += v * a1 * b1;
+        s.ddt += v * a2 * b1;
+        s.dtt += v * a1 * b2;
+    };
+    const std::vector<PowerExponents>& exponents = powerExponents();
+    for (std::size_t i = 0; i < std::size(power); ++i) {
+        const PowerTerm& p = power[i];
+        const PowerExponents& e = exponents[i];
+        const double dc = e.c > 0 ? dp.p[e.c] : 0.0;
+        const double v = p.n * dp(e.d.n, e.d.j) * tp(e.t.n, e.t.j) * exps[e.c];
+        // With D = delta d/d delta: D v = g v, D g = dg, D dg = ddg.
+        const double g = p.d - p.c * dc, dg = -p.c * p.c * dc, ddg = -p.c * p.c * p.c * dc;
+        const double D2 = dg + g * g, D3 = g * g * g + 3 * g * dg + ddg;
+        add(v, g, D2 - g, D3 - 3 * D2 + 2 * g, p.t, p.t * (p.t - 1), p.t * (p.t - 1) * (p.t - 2));
+    }
+    s = {s.phi,          s.d * id,           s.dd * id * id,           s.t * it,      s.tt * it * it,
+         s.dt * id * it, s.ddd * id * id * id, s.ddt * id * id * it, s.dtt * id * it * it, s.ttt * it * it * it};
+    for (const GaussianTerm& q : gaussian) {
+        const double dx = delta - q.epsilon, tx = tau - q.gamma;
+        const Eighths d(q.d), t(q.t);
+        const double v = q.n * dp(d.n, d.j) * tp(t.n, t.j) * std::exp(-q.alpha * dx * dx - q.beta * tx * tx);
+        // The logarithmic derivatives and their derivatives: here a_k and b_k carry their scales.
+        const double ld = q.d * id - 2 * q.alpha * dx, ld1 = -q.d * id * id - 2 * q.alpha, ld2 = 2 * q.d * id * id * id;
+        const double lt = q.t * it - 2 * q.beta * tx, lt1 = -q.t * it * it - 2 * q.beta, lt2 = 2 * q.t * it * it * it;
+        add(v, ld, ld * ld + ld1, ld * ld * ld + 3 * ld * ld1 + ld2, lt, lt * lt + lt1, lt * lt * lt + 3 * lt * lt1 + lt2);
+    }
+    return s;
+}
+
+double plain(double x) { return x; }
+double plain(const Active& x) { return x.val(); }
+
+// x^r, with one call of pow where the rule of a state with derivatives would make two; the slope at x = 0
+// is that of an exponent above 1.
+double raised(double x, double r) { return std::pow(x, r); }
+Active raised(const Active& x, double r) {
+    const double v = std::pow(x.val(), r);
+    return Active::chain(v, x.val() != 0 ? r * v / x.val() : 0.0, x);
+}
+
+// A plain number with the derivatives in delta and tau given, as a value of the state's kind.
+double lift(double v, double, double, const double&, const double&) { return v; }
+Active lift(double v, double inDelta, double inTau, const Active& delta, const Active& tau) {
+    return Active::combine(v, inDelta, delta, inTau, tau);
+}
+} // namespace
+
 template <typename S> Helmholtz<S> residual(const S& delta, const S& tau) {
     using std::exp;
-    using std::pow;
-    Helmholtz<S> h{0.0 * delta, 0.0 * delta, 0.0 * delta, 0.0 * delta, 0.0 * delta, 0.0 * delta};
-    for (const PowerTerm& p : power) {
-        const S term = p.n * pow(delta, p.d) * pow(tau, p.t);
-        // With the exponential: d - c delta^c takes the place of d in the delta derivatives.
-        S g = p.d + 0.0 * delta, dg = 0.0 * delta;
-        S value = term;
-        if (p.c > 0) {
-            const S dc = pow(delta, p.c);
-            value = term * exp(-dc);
-            g = p.d - p.c * dc;
-            dg = -p.c * p.c * dc; // delta times the derivative of g
-        }
-        h.phi += value;
-        h.d += value * g / delta;
-        h.dd += value * (g * (g - 1.0) + dg) / (delta * delta);
-        h.t += value * p.t / tau;
-        h.tt += value * p.t * (p.t - 1.0) / (tau * tau);
-        h.dt += value * g * p.t / (delta * tau);
-    }
-    for (const GaussianTerm& q : gaussian) {
-        const S dx = delta - q.epsilon, tx = tau - q.gamma;
-        const S value = q.n * pow(delta, q.d) * pow(tau, q.t) * exp(-q.alpha * dx * dx - q.beta * tx * tx);
-        const S ld = q.d / delta - 2.0 * q.alpha * dx, lt = q.t / tau - 2.0 * q.beta * tx;
-        h.phi += value;
-        h.d += value * ld;
-        h.dd += value * (ld * ld - q.d / (delta * delta) - 2.0 * q.alpha);
-        h.t += value * lt;
-        h.tt += value * (lt * lt - q.t / (tau * tau) - 2.0 * q.beta);
-        h.dt += value * ld * lt;
-    }
+    using std::fabs;
+    const Sums s = regularTerms(plain(delta), plain(tau));
+    Helmholtz<S> h{lift(s.phi, s.d, s.t, delta, tau),  lift(s.d, s.dd, s.dt, delta, tau),
+                   lift(s.dd, s.ddd, s.ddt, delta, tau), lift(s.t, s.dt, s.tt, delta, tau),
+                   lift(s.tt, s.dtt, s.ttt, delta, tau), lift(s.dt, s.ddt, s.dtt, delta, tau)};
     for (const NonAnalyticTerm& k : nonAnalytic) {
-        // q = (delta - 1)^2; every power of it below is of a positive exponent, so that delta = 1 is regular.
-        const S dm = delta - 1.0, tm = tau - 1.0, q = dm * dm;
-        const S qa = pow(q, k.a - 1.0), qb = pow(q, 0.5 / k.beta - 1.0);
-        const S theta = (1.0 - tau) + k.A * pow(q, 0.5 / k.beta);
-        const S Delta = theta * theta + k.B * pow(q, k.a);
+        // q = (delta - 1)^2, and its powers those of m = |delta - 1| with exponents above 1: a power of q
+        // below 1 has a slope without bound at delta = 1, and a derivative carried through it would be
+        // infinity times zero there, where the terms and their true derivatives are regular.
+        const S dm = delta - 1.0, tm = tau - 1.0, q = dm * dm, m = fabs(dm);
+        const S mb = raised(m, 1.0 / k.beta), qa = raised(m, 2.0 * (k.a - 1.0));
+        const S qb = plain(m) > 0 ? mb / q : 0.0 * m; // q^(1/(2 beta) - 1): m^(1/beta - 2), flat at m = 0
+        const S theta = (1.0 - tau) + k.A * mb;
+        const S Delta = theta * theta + k.B * qa * q;
         const S Delta_d = dm * (k.A * theta * (2.0 / k.beta) * qb + 2.0 * k.B * k.a * qa);
         const S Delta_dd = k.A * theta * (2.0 / k.beta) * qb + 2.0 * k.B * k.a * qa +
                            4.0 * k.B * k.a * (k.a - 1.0) * qa + 2.0 * k.A * k.A / (k.beta * k.beta) * qb * qb * q +
                            k.A * theta * (4.0 / k.beta) * (0.5 / k.beta - 1.0) * qb;
-        const S Db1 = pow(Delta, k.b - 1.0), Db2 = pow(Delta, k.b - 2.0);
+        const S Db1 = raised(Delta, k.b - 1.0), Db2 = Db1 / Delta;
         const S Db = Db1 * Delta;
         const S Db_d = k.b * Db1 * Delta_d;
         const S Db_dd = k.b * (Db1 * Delta_dd + (k.b - 1.0) * Db2 * Delta_d * Delta_d);

@@ -192,6 +192,42 @@ TEST_F(IapwsTest, FugacityIsTheMoleNumberDerivativeOfTheResidualHelmholtzEnergy)
     }
 }
 
+// The derivatives that Value carries, of the pressure, the enthalpy and the heat capacity (which takes the
+// third derivatives of the Helmholtz energy) in T and in the density unknown, against difference
+// quotients: at a liquid state, and on the critical isochore, delta = 1 exactly, where the terms of the
+// critical region have powers of (delta - 1)^2 whose slope has no bound while the terms and their true
+// derivatives are regular, above and below the critical temperature. Each state is evaluated first
+// without derivatives, so that parts kept from that evaluation would show as derivatives of zero.
+TEST_F(IapwsTest, DerivativesCarriedThroughTheSumsMatchDifferences) {
+    const Value P(1e7, "Pa");
+    const auto evaluate = [&](double T, double beta) {
+        Value t(T, "K"), b(beta);
+        t.active().setActive(0);
+        b.active().setActive(1);
+        model().beta = b;
+        model().prepare(t, water);
+        return std::vector<Value>{model().pressure(b, t) / Value(1.0, "Pa"),
+                                  model().calculate_H_(P, t, water) / Value(1.0, "J/kmol"),
+                                  model().calculate_Cp_(P, t, water) / Value(1.0, "J/(kmol*K)")};
+    };
+    ActiveContext::Scope directions(2);
+    for (const auto& [T, beta] : {std::pair{640.0, 1.0}, std::pair{700.0, 1.0}, std::pair{500.0, 838.025 / rhoc}}) {
+        at(T, beta * rhoc).calculate_Cp_(P, Value(T, "K"), water);
+        const std::vector<Value> here = evaluate(T, beta);
+        const double steps[] = {1e-3, 1e-6};
+        for (int d = 0; d < 2; ++d) {
+            const double s = steps[d];
+            const std::vector<Value> up = evaluate(T + (d == 0 ? s : 0), beta + (d == 1 ? s : 0));
+            const std::vector<Value> down = evaluate(T - (d == 0 ? s : 0), beta - (d == 1 ? s : 0));
+            for (int q = 0; q < 3; ++q) {
+                const double difference = (up[q].toDouble() - down[q].toDouble()) / (2 * s);
+                EXPECT_NEAR(here[q].active().derivative(d), difference, 1e-6 * std::fabs(difference))
+                    << T << " K, delta " << beta << ", quantity " << q << ", direction " << d;
+            }
+        }
+    }
+}
+
 TEST_F(IapwsTest, AnyComponentBesideWaterIsAClearError) {
     Vector mixture = water;
     mixture[0] = 0.1; // CO2

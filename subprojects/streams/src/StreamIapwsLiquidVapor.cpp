@@ -23,7 +23,11 @@ StreamIapwsLiquidVapor::StreamIapwsLiquidVapor(const Defaults& defaults, uint32_
     : Model(defaults, id, persistency, parent, root), StreamTwo<FlashVlT>(waterPhases(defaults), id, persistency,
                                                                           parent, root) {}
 
-void StreamIapwsLiquidVapor::fillkvl(const Value& P, const Value& T, bool) {
+void StreamIapwsLiquidVapor::fillkvl(const Value& P, const Value& T, bool estimating) {
+    // The pass with ideal K values, which starts every flash, takes water's from its route: the ratio of the
+    // fugacities at densities that the pass doesn't keep in step with (P, T) would make its search chase a
+    // function of the path it took.
+    if (isIdeal) return FlashVlT::fillkvl(P, T, estimating);
     liquidLikePhase().preparefugacity(P, T);
     vaporLikePhase().preparefugacity(P, T);
     for (int i = 0; i < NCOMPONENTS; ++i) {

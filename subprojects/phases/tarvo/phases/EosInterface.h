@@ -5,6 +5,8 @@
 #include <tarvo/utility/SmartEnumerator.h>
 #include <tarvo/value/Value.h>
 
+#include <vector>
+
 namespace Phase {
 
 // An equation of state whose density is not found by solving it but is an unknown of the flash: a
@@ -40,6 +42,9 @@ public:
     // alone: the start of a flash, whose searches need the phases' state at each of their points. beta
     // carries the derivatives that P, T and x carry, through one Newton correction in Values.
     void settleDensity(const Value& P, const Value& T, const Vector& x, PhaseType type);
+    // The residual at beta = reduced in plain numbers, for the iteration of settleDensity. A model that keeps
+    // no Values between its evaluations may drop the derivatives, which the iteration doesn't read.
+    virtual double plainResidual(double reduced, const Value& P, const Value& T, const Vector& x, PhaseType type);
 
     // The density unknown.
     Value beta{0.0};
@@ -48,6 +53,17 @@ public:
     // The limits of beta: no volume, and the covolume.
     static constexpr double betaHigh = 1.0;
     static constexpr double betaLow = 0.0;
+
+private:
+    // The state of the last settleDensity and the root it found there, with the slope of the residual.
+    struct Settled {
+        double P = 0, T = 0;
+        std::vector<double> x;
+        PhaseType type = PhaseType::vapor;
+        double root = 0, slope = 0;
+        bool at(const Value& P, const Value& T, const Vector& x, PhaseType type) const;
+    };
+    Settled settled_;
 };
 
 } // namespace Phase

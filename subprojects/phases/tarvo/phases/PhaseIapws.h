@@ -54,10 +54,12 @@ public:
     // Pa, the rounding of delta alone would leave a residual above the flash's tolerance. Its residual is
     // relative to P plus rhoc R T instead; a vapor's stays relative to P, to keep its dilute density exact.
     Value calculateResiduals(const Value& P, const Value& T, const Vector& x, PhaseType type) override;
+    // Without derivatives: the residual keeps no Values of its own.
+    double plainResidual(double reduced, const Value& P, const Value& T, const Vector& x, PhaseType type) override;
 
     // The end of the stable branch of a phase of `type` at T: the reduced density where the slope of the
-    // pressure in it falls to a fiftieth of the ideal gas's. Above the critical temperature, 1 for the
-    // liquid and betaMax for the vapor: there the vapor is the fluid at any density.
+    // pressure in it falls to a fiftieth of the ideal gas's. Above the critical temperature, 0 for the
+    // liquid and betaMax for the vapor: there either is the fluid at any density.
     double branchEnd(double T, PhaseType type) const;
 
     // The two parts of the reduced Helmholtz energy at the last precompute.
@@ -73,6 +75,10 @@ private:
     int waterIndex_ = -1;
     mutable Value tau_{1.0};
     mutable Iapws95::Helmholtz<Active> ideal_, residual_;
+    // The state of the parts above, while derivatives sit in the dense store: the properties of a phase
+    // each ask for them where the one before left them, and they are evaluated once.
+    mutable bool precomputed_ = false;
+    mutable Active precomputedBeta_, precomputedT_;
     // The last branch ends, per type (vapor, liquid), at the temperature beside them.
     mutable double endT_[2] = {0, 0}, end_[2] = {0, 0};
 };

@@ -6,7 +6,8 @@
 // Saturated water: a liquid and a vapor on the IAPWS-95 formulation, whatever the options say. Water's
 // K value is the ratio of the two phases' fugacity coefficients at their present densities, refreshed at
 // every evaluation, so that the one split equation of the flash holds exactly on the release's
-// saturation curve; both densities are unknowns of the flash. Every other component has K = 1, and any
+// saturation curve; both densities are unknowns of the flash. The pass with ideal K values that starts a
+// flash takes water's from its route. Every other component has K = 1, and any
 // of them present is an error of the phases.
 class StreamIapwsLiquidVapor : public StreamTwo<FlashVlT> {
 public:
