@@ -23,12 +23,13 @@ void SimultaneousConvergence::include_(ObjectiveNleAd& objective) {
 // enthalpy, and its temperature would otherwise keep the value of the last sequential pass.
 bool SimultaneousConvergence::ownsFlash_(const Stream& stream, bool inside) const {
     const std::string& from = stream.fromTAG.value();
-    if (from != "source" && from != "sink" && sheet_.hasChild(from) &&
+    // The source is a unit without objective too; its streams, the feeds, follow the rules below.
+    if (from != "source" && sheet_.hasChild(from) &&
         !dynamic_cast<ObjectiveNleAdVertex*>(&sheet_.child(from))) {
         TARVO_LOG(4) << "outlet of a unit without objective, hence include Flash of " << stream.tag();
         return true;
     }
-    if (!inside && stream.fromTAG.value() == "source") {
+    if (!inside && from == "source") {
         TARVO_LOG(4) << "not inside flowsheet-in-flowsheet, hence include Flash of " << stream.tag();
         return true;
     }

@@ -320,12 +320,12 @@ int MultiExchanger::residuals_() {
             residuals[k + j].clear();
         k += flash.calculateResiduals(residuals, k);
     }
-    // The solid's balance measured in the temperature that would carry it through the whole conductance and
-    // into the inlets' heat capacity flows. A solid that barely conducts, as a membrane's, would otherwise
-    // magnify the rounding of the enthalpy flows beyond any tolerance.
     // What the cells deliver as electricity leaves the solid's balance; what an electrolyzer takes enters it.
     const Value power = electricalPower_();
     if (!ua) netDuty -= power;
+    // The solid's balance measured in the temperature that would carry it through the whole conductance and
+    // into the inlets' heat capacity flows. A solid that barely conducts, as a membrane's, would otherwise
+    // magnify the rounding of the enthalpy flows beyond any tolerance.
     const Value capacity(heatCapacityFlow_, "W/K");
     residuals[0] = ua ? (balance - netDuty - power) / (conductance + capacity) / kelvin : (TsSet - Ts) / kelvin;
     k += static_cast<unsigned>(coupleReactions_.equilibriumResiduals(residuals, k));
