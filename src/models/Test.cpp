@@ -63,20 +63,11 @@ void Test::setup() {
     setInput(Q("GM.A"), Value(20.0, "m2"));
     setInput(Q("GM.deltaPretentate"), Value(0.5, "bar"));
     TARVO_LOG(3) << "Setting output variables";
-    setInput(Q("FEED.P"), Value(6.5, "bar"));
-    setInput(Q("FEED.T"), Value(sweep ? 343.15 : 333.15, "K"));
-    S("FEED.flowoption") = "Nx";
-    setInput(Q("FEED:Tphase.ndot"), Value(0.001, "kmol/s"));
-    const std::pair<const char*, double> feed[] = {{"CH4", 0.6}, {"CO2", 0.34}, {"H2O", 0.058}, {"N2", 0.001},
-                                                   {"O2", 0.001}};
-    for (const auto& [component, x] : feed) setInput(Q("FEED:Tphase.x", component), Value(x));
-    if (!sweep) return;
-    setInput(Q("PERMEATESWEEP.P"), Value(1.2, "bar"));
-    setInput(Q("PERMEATESWEEP.T"), Value(333.15, "K"));
-    S("PERMEATESWEEP.flowoption") = "Nx";
-    setInput(Q("PERMEATESWEEP:Tphase.ndot"), Value(0.0001, "kmol/s"));
-    for (int i = 0; i < NCOMPONENTS; ++i)
-        setInput(Q("PERMEATESWEEP:Tphase.x", i), Value(components[i]->name == "CO2" ? 1.0 : 0.0));
+    setFeed(*this, "FEED", Value(6.5, "bar"), Value(sweep ? 343.15 : 333.15, "K"), "Nx", Value(0.001, "kmol/s"),
+            {{"CH4", 0.6}, {"CO2", 0.34}, {"H2O", 0.058}, {"N2", 0.001}, {"O2", 0.001}});
+    if (sweep)
+        setFeed(*this, "PERMEATESWEEP", Value(1.2, "bar"), Value(333.15, "K"), "Nx", Value(0.0001, "kmol/s"),
+                {{"CO2", 1.0}});
 }
 
 void Test::makeUserEquations(std::list<Assignment*>::iterator& it) {
