@@ -58,13 +58,17 @@ template <int N> bool MultiReaction<N>::ready_() {
     return true;
 }
 
-template <int N> void MultiReaction<N>::calculate(int) {
+template <int N> bool MultiReaction<N>::phasesReady_() {
     resetErrors();
     if (nPhases.value() != N) {
         reportError("Number of reacting phases does not match");
-        return;
+        return false;
     }
-    if (!ready_()) return;
+    return ready_();
+}
+
+template <int N> void MultiReaction<N>::calculate(int) {
+    if (!phasesReady_()) return;
     const int key = keycomp.value(), phase = keyphase.value();
     if (key < 0) {
         reportError("keycomp uninitialized, bypassing block");

@@ -38,12 +38,7 @@ void MultiReactionElectrochemical::calculate(int) {
     const std::string& o = option.value();
     if (!o.empty() && o != "V" && o != "I" && o != "J")
         throw ErrorBrowsing::unsupportedOption(TARVO_FUNCTION, o, "Calculation option", fullTag(), type());
-    if (nPhases.value() != 2) {
-        resetErrors();
-        reportError("Number of reacting phases does not match");
-        return;
-    }
-    if (!ready_()) return;
+    if (!phasesReady_()) return;
     A = H * W;
     I = J * A;
     conv = nCells * I / (2.0 * F);

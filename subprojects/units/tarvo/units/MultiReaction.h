@@ -47,6 +47,8 @@ protected:
     // The checks that every multi-reaction makes before it calculates: sides there, with flow. Saves the
     // sides' flows as the inlet flows.
     bool ready_();
+    // The count of reacting phases checked first, then ready_().
+    bool phasesReady_();
     const Value& inletFlow(int side, int c) const { return inletFlows_[side][c]; }
     // Scales every transfer by the largest factor, at most 1, that leaves no flow negative; warns for each
     // component that runs out. Returns the factor.
