@@ -311,7 +311,9 @@ TEST_F(Store, ConcurrentKernelsGetDisjointBlocks) {
 TEST(StoreConnection, WrongPasswordAndClosedPortAreReported) {
     const std::string server = PersistencyPostgres::connectionString(Configuration(Configuration::kernelFile));
     try {
-        PersistencyPostgres store(server + " password=wrong"); // a given password comes before the file's
+        // Over loopback, where the password is asked for (on the socket the system user signs in); a given
+        // password comes before the file's.
+        PersistencyPostgres store(server + " host=127.0.0.1 password=wrong");
         FAIL();
     } catch (const ErrorPostgres& e) {
         EXPECT_NE(e.message().find("Postgres database driver Error: "), std::string::npos);
