@@ -16,7 +16,7 @@ constexpr int verbosityFile = -1;
 // The passes of a counter-current chain before Newton's method closes its permeate loops. A pass carries the
 // permeate back by one stage: in the flue-gas plant with sweep, 10 stages gain some 9% a pass and need up to
 // 200 at each pass of the plant. A few passes bring a new chain's stages near their states, from which
-// Newton's method converges; with none it fails from the seed, with more it converges no faster.
+// Newton's method converges: there, with none it failed from the seed, and 3, 10 or 20 took longer than 5.
 constexpr int leadingPasses = 5;
 } // namespace
 

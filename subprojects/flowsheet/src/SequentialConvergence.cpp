@@ -12,9 +12,7 @@ constexpr int verbosityFile = -1;
 constexpr int directPasses = 10;
 // Passes in a row whose change falls by less than 1% before the convergence counts as stalled.
 constexpr int stallingPasses = 11;
-} // namespace
 
-namespace {
 bool byPasses(CutsSolution method) {
     return method == CutsSolution::direct || method == CutsSolution::wegstein;
 }
