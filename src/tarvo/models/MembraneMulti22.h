@@ -19,9 +19,9 @@ public:
     void pre(SolutionMode mode, int level) override;
     void post(SolutionMode mode, int level) override;
     void makeUserEquations(std::list<Assignment*>::iterator& it) override;
-    // A counter-current chain converges its permeate loops by passes, several for each stage to carry the
-    // sweep through; a simultaneous solve after them closes the loops exactly.
-    int sequential() const override;
+    // A counter-current chain starts its solve with a few passes; Newton's method closes its permeate loops,
+    // which passes alone close only slowly, as each carries the permeate back by one stage.
+    int passesBeforeNewton() const override;
 
     Quantity A{"A", "Membrane area", "m2", this, 1.0};
     Quantity deltaPretentate{"deltaPretentate", "Retentate compartment pressure drop", "Pa", this, 0.0};

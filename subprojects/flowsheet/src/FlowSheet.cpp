@@ -566,9 +566,16 @@ void FlowSheet::go(SolutionMode mode, int level) {
         pass(onePass, level);
         break;
     default: {
-        const int maximum = std::max(leastPasses, sequential());
+        const int leading = simultaneousSupported() ? passesBeforeNewton() : 0;
+        const int maximum = leading > 0 ? leading : std::max(leastPasses, sequential());
         TARVO_LOG(2) << "Calculating sequentially flowsheet with maximum iterations = " << maximum;
-        d_->sequential.converge(method_, maximum, level);
+        if (leading == 0) {
+            d_->sequential.converge(method_, maximum, level);
+            break;
+        }
+        d_->sequential.lead(method_, maximum, level);
+        TARVO_LOG(2) << "Calculating simultaneously flowsheet with level = " << level;
+        d_->simultaneous.solve();
     }
     }
     if (inside) {

@@ -12,10 +12,13 @@ constexpr int verbosityFile = -1;
 constexpr int directPasses = 10;
 // Passes in a row whose change falls by less than 1% before the convergence counts as stalled.
 constexpr int stallingPasses = 11;
+
+bool byPasses(CutsSolution method) {
+    return method == CutsSolution::direct || method == CutsSolution::wegstein;
+}
 } // namespace
 
-void SequentialConvergence::converge(CutsSolution method, int maximum, int level) {
-    if (method != CutsSolution::direct && method != CutsSolution::wegstein) return;
+int SequentialConvergence::passes_(CutsSolution method, int maximum, int level) {
     int iterations = 0;
     int stalled = 0;
     while (maximum >= 1) {
@@ -40,9 +43,19 @@ void SequentialConvergence::converge(CutsSolution method, int maximum, int level
         if (++iterations >= maximum) break;
     }
     sheet_.NITER = iterations;
+    return stalled;
+}
+
+void SequentialConvergence::converge(CutsSolution method, int maximum, int level) {
+    if (!byPasses(method)) return;
+    const int stalled = passes_(method, maximum, level);
     if (maximum <= sheet_.NITER.value())
         sheet_.reportError("flowsheet sequential convergence failure: maximum iterations reached;");
     if (stalled == stallingPasses)
         sheet_.reportError("flowsheet sequential convergence failure: non decreasing residues;");
     if (sheet_.seqErr.isnan()) sheet_.reportError("flowsheet sequential convergence failure: NaN residue;");
+}
+
+void SequentialConvergence::lead(CutsSolution method, int maximum, int level) {
+    if (byPasses(method)) passes_(method, maximum, level);
 }

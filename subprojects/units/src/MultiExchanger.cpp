@@ -136,8 +136,8 @@ bool MultiExchanger::ready_() {
     // Multi-stream reactions act between the first two couples, the sides of a membrane.
     cells_.clear();
     for (MultiReaction<2>* m : multiReactions) {
-        m->workOn({my_cast<Phase::MassMolar*>(outletstreams_[0]->Tphase, TARVO_FUNCTION),
-                   my_cast<Phase::MassMolar*>(outletstreams_[1]->Tphase, TARVO_FUNCTION)});
+        m->workOn({my_cast<Phase::MassMolar*>(outletstreams_[0]->Tphase, "MultiExchanger"),
+                   my_cast<Phase::MassMolar*>(outletstreams_[1]->Tphase, "MultiExchanger")});
         if (auto* cell = dynamic_cast<MultiReactionElectrochemical*>(m)) cells_.push_back(cell);
     }
     return coupleReactions_.bind(*this, reactions, reactionSides, outletstreams_, "ReactionSide not set");
@@ -230,7 +230,7 @@ void MultiExchanger::go(SolutionMode mode, int level) {
     }
     heatCapacityFlow_ = 0.0;
     for (Stream* in : inletstreams_) {
-        const auto& total = *my_cast<const Phase::MassMolarProperties*>(in->Tphase, TARVO_FUNCTION);
+        const auto& total = *my_cast<const Phase::MassMolarProperties*>(in->Tphase, "MultiExchanger");
         heatCapacityFlow_ += total.mdot.toDouble() * total.cp.toDouble();
     }
     if (pristine() && mode == sequential) coupleReactions_.estimate(inletstreams_, outletstreams_);

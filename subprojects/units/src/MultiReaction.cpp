@@ -90,19 +90,21 @@ template <int N> void MultiReaction<N>::calculate(int) {
 }
 
 template <int N> double MultiReaction<N>::bound_() {
-    double factor = 1.0;
+    // The factor as a Value of the component that limits it: the transfers scaled by it carry the derivatives
+    // of that bound, which a Newton step through a bounded transfer needs.
+    Value factor(1.0);
     for (int p = 0; p < N; ++p)
         for (int c = 0; c < NCOMPONENTS; ++c) {
             const double change = transfer[p][c].toDouble(), flow = inletFlow(p, c).toDouble();
             if (!(change < -consumed && -change > flow)) continue;
             reportWarning("Conversion too high for component " + components[c]->name);
-            factor = std::min(factor, flow / -change);
+            if (flow / -change < factor.toDouble()) factor = inletFlow(p, c) / -transfer[p][c];
         }
-    if (factor < 1.0)
+    if (factor.toDouble() < 1.0)
         for (auto& side : transfer)
             for (Quantity& t : side)
                 t *= factor;
-    return factor;
+    return factor.toDouble();
 }
 
 template <int N> void MultiReaction<N>::apply() {

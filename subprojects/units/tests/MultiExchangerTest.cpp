@@ -186,6 +186,40 @@ TEST_F(MultiExchangerTest, ReactionKeyedOnTheFirstComponentAndBoundedTransfer) {
               std::string::npos);
 }
 
+// A bounded transfer is scaled by the inlet flow of the component that runs out over what was asked of it:
+// each transfer follows that factor in its derivatives too, or a Newton step through a bounded stage of a
+// membrane chain goes astray. Here the CO2 asked for, theta times side 1's CO2, exceeds what side 1 holds.
+TEST_F(MultiExchangerTest, BoundedTransferCarriesTheDerivativesOfItsBound) {
+    MultiExchanger& x = exchanger("B", "StreamVapor",
+                                  Defaults().setInteger("nmultiReactions", 1).setString(
+                                      "embeddedTypemultiReactions[0]", "MultiReactionTransfer"));
+    setMoleFractions(*in_[0], 0.01, {{CO2, 0.4}, {CH4, 0.6}}, 10e5, 320);
+    setMoleFractions(*in_[1], 0.002, {{N2, 1.0}}, 1e5, 300);
+    for (Stream* s : in_)
+        s->calculate(0);
+    auto& transfer = dynamic_cast<MultiReactionTransfer&>(*x.multiReactions[0]);
+    const double theta = 1.5, share = 0.25;
+    transfer.theta[CO2] = theta;
+    transfer.theta[CH4] = share;
+    transfer.theta[N2] = 1.0;
+    x.calculate(0); // connects the transfer to the outlets
+    for (int side = 0; side < 2; ++side)
+        *out_[side]->Tphase = *in_[side]->Tphase;
+    const double co2 = in_[0]->Tphase->flow(CO2).toDouble(), ch4 = in_[0]->Tphase->flow(CH4).toDouble();
+    ActiveContext::Scope scope(1);
+    transfer.theta[CO2].active().setActive(0);
+    transfer.calculate(0);
+    transfer.theta[CO2].active().inactivate(0);
+    ASSERT_TRUE(has(transfer.warningList(), "Conversion too high for component CO2"));
+    // All of side 1's CO2 crosses, whatever theta asks for; of the methane, share times its flow scaled by
+    // the factor co2 / (theta co2), whose derivative with respect to theta is -share ch4 / theta^2.
+    EXPECT_NEAR(transfer.transfer[1][CO2].toDouble(), co2, 1e-15);
+    EXPECT_NEAR(transfer.transfer[1][CO2].active().derivative(0), 0.0, 1e-15);
+    EXPECT_NEAR(transfer.transfer[1][CH4].toDouble(), share * ch4 / theta, 1e-15);
+    EXPECT_NEAR(transfer.transfer[1][CH4].active().derivative(0), -share * ch4 / (theta * theta), 1e-15);
+    EXPECT_NEAR(transfer.transfer[0][CH4].active().derivative(0), share * ch4 / (theta * theta), 1e-15);
+}
+
 // Every option of both exchangers, made by the registry from its defaults as a new case makes it, with
 // streams of their defaults: a result or an error in the unit's list, never an exception. Alone, each one
 // and each multi-reaction says what it lacks.

@@ -40,6 +40,9 @@ public:
     virtual void makeUserEquations(std::list<Assignment*>::iterator& it) = 0;
     // The number of sequential passes that this flowsheet wants at most, beyond the default of 5.
     virtual int sequential() const { return 0; }
+    // The passes with which a sequential solve of this flowsheet starts before Newton's method closes its cuts,
+    // for a flowsheet whose passes alone converge too slowly; 0, the default, leaves the solve to the passes.
+    virtual int passesBeforeNewton() const { return 0; }
     virtual bool simultaneousSupported() const { return true; }
     ObjectiveNleAd* objective() override { return this; }
     // One pass over the units, then the residuals of the assignments and of the included objectives.

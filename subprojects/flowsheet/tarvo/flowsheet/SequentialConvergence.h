@@ -17,8 +17,14 @@ public:
 
     // At most `maximum` passes at `level`; none where the method leaves the cuts to the simultaneous solve.
     void converge(Tarvo::Utility::CutsSolution method, int maximum, int level);
+    // The passes that lead into a simultaneous solve: at most `maximum`, ending at seqTol as converge's, but
+    // without failures of their own, since the solve that follows judges the state that they leave.
+    void lead(Tarvo::Utility::CutsSolution method, int maximum, int level);
 
 private:
+    // The passes and steps of both; returns how many passes in a row the change stalled.
+    int passes_(Tarvo::Utility::CutsSolution method, int maximum, int level);
+
     FlowSheet& sheet_;
 };
 
