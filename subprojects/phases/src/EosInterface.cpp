@@ -82,11 +82,12 @@ double EosInterface::plainResidual(double reduced, const Value& P, const Value& 
     return calculateResiduals(P, T, x, type).toDouble();
 }
 
+bool EosInterface::Settled::nearby(const Value& Pnow, const Value& Tnow, PhaseType typeNow) const {
+    return found && Pnow.toDouble() == P && typeNow == type && state.sameT(Tnow);
+}
+
 bool EosInterface::Settled::at(const Value& Pnow, const Value& Tnow, const Vector& xnow, PhaseType typeNow) const {
-    if (Pnow.toDouble() != P || Tnow.toDouble() != T || typeNow != type || xnow.size() != x.size()) return false;
-    for (std::size_t i = 0; i < x.size(); ++i)
-        if (xnow[i].toDouble() != x[i]) return false;
-    return true;
+    return Pnow.toDouble() == P && typeNow == type && state.same(Tnow, xnow);
 }
 
 void EosInterface::settleDensity(const Value& P, const Value& T, const Vector& x, PhaseType type) {
@@ -101,10 +102,16 @@ void EosInterface::settleDensity(const Value& P, const Value& T, const Vector& x
     double b = settled_.root, slope = settled_.slope;
     const bool again = settled_.at(P, T, x, type) && slope > 0 &&
                        std::fabs(residual(b) / slope) <= stepTolerance * b;
+    bool found = again;
     if (!again) {
-        estimate(P, T, x, type);
+        // The root of the last settle at the same (P, T) and of the same type is the start, when there was
+        // one: the substitution of a start changes x by little from one round to the next, and Newton's
+        // method goes on from there in a few steps where it would need several from the estimate.
+        if (!settled_.nearby(P, T, type)) {
+            estimate(P, T, x, type);
+            b = beta.toDouble();
+        }
         // Newton's method in plain numbers, kept inside (betaLow, betaMax()).
-        b = beta.toDouble();
         slope = 1;
         bool converged = false;
         for (int k = 0; k < maxSteps && !converged; ++k) {
@@ -132,16 +139,17 @@ void EosInterface::settleDensity(const Value& P, const Value& T, const Vector& x
             if (root.find(sample, lo, hi, b, bracketTolerance) == MonotoneRoot::Outcome::root) {
                 b = root.x();
                 slope = slopeAt(b, residual(b));
+                converged = true;
             }
         }
+        found = converged || std::fabs(stop) <= bracketTolerance;
     }
     settled_.P = P.toDouble();
-    settled_.T = T.toDouble();
-    settled_.x.resize(x.size());
-    for (std::size_t i = 0; i < x.size(); ++i) settled_.x[i] = x[i].toDouble();
+    settled_.state.take(T, x);
     settled_.type = type;
     settled_.root = b;
     settled_.slope = slope;
+    settled_.found = found && slope > 0;
     // One correction in Values: the number moves by rounding only, the derivatives become those of the root.
     beta = b;
     if (!(slope > 0)) return;
