@@ -78,8 +78,7 @@ const std::vector<std::array<double, 4>>& Interface::attractionsAt_(double T) co
 }
 
 void Interface::precompute(const Value& T, const Vector& x) const {
-    const bool plain = Active::numdir() == 0;
-    if (plain && precomputed_.same(T, x)) return;
+    if (precomputed_.identical(T, x)) return;
     // Without interaction parameters sum_j x_j sqrt(a_i a_j) = sqrt(a_i) sum_j x_j sqrt(a_j): one sum of
     // square roots q, and a = q^2, instead of the double sum. The components' terms are functions of T
     // alone, taken in numbers and carried over to T's derivatives once per sum.
@@ -112,10 +111,7 @@ void Interface::precompute(const Value& T, const Vector& x) const {
     dAmixdT = 2.0 * q * dq * attractiveUnit() / kelvin();
     d2AmixdT2 = 2.0 * (dq * dq + q * d2q) * attractiveUnit() / kelvin() / kelvin();
     Bmix = covolume / s * covolumeUnit();
-    if (plain)
-        precomputed_.take(T, x);
-    else
-        precomputed_.forget();
+    precomputed_.take(T, x);
 }
 
 void Interface::estimate(const Value& P, const Value& T, const Vector& x, PhaseType type) {

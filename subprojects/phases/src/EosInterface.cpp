@@ -36,13 +36,15 @@ void EosInterface::calculatePressureEos_(const Value& T, const Vector& x, PhaseT
     const bool dense = beta.toDouble() > critical.toDouble(), light = beta.toDouble() < critical.toDouble();
     // A liquid lighter than the critical density is out of place at any T; a denser vapor below Tcm.
     const bool outOfPlace = (liquid && light) || (vapor && dense && T.toDouble() < Tcm());
-    Value slope;
+    Value slope, rise;
     if (outOfPlace) {
         P = Pc_();
         slope = dpdbeta(critical, T) - s0 / 50.0;
     } else {
-        slope = dpdbeta(beta, T) - s0 / 50.0;
+        rise = dpdbeta(beta, T);
+        slope = rise - s0 / 50.0;
     }
+    unbentSlope_ = notANumber;
     TARVO_LOG(4) << "dpdbeta = " << slope.toDouble();
     if (slope.toDouble() >= 0) {
         if (vapor && dense) {
@@ -55,6 +57,7 @@ void EosInterface::calculatePressureEos_(const Value& T, const Vector& x, PhaseT
             P = P * ratio * ratio * ratio;
             TARVO_LOG(4) << "corrected pressure 3 = " << P.toDouble();
         }
+        if (!corrected && !outOfPlace) unbentSlope_ = rise.toDouble();
         return;
     }
     corrected = true;
@@ -93,8 +96,10 @@ bool EosInterface::Settled::at(const Value& Pnow, const Value& Tnow, const Vecto
 void EosInterface::settleDensity(const Value& P, const Value& T, const Vector& x, PhaseType type) {
     precompute(T, x);
     const auto residual = [&](double reduced) { return plainResidual(reduced, P, T, x, type); };
-    // A difference quotient for the slope of the bent pressure, at a point whose residual is f.
+    // The slope of the residual at the point of its last evaluation, whose residual is f: the pressure's own
+    // where it was left unbent, a difference quotient where it was bent.
     const auto slopeAt = [&](double reduced, double f) {
+        if (std::isfinite(unbentSlope_)) return unbentSlope_ / P.toDouble();
         return (residual(reduced * (1 + 1e-7)) - f) / (1e-7 * reduced);
     };
     // A settle at the state of the last one, as the substitution of a start asks of a pure fluid at each

@@ -97,8 +97,8 @@ private:
     // sqrt(a_i) of every component at the last precompute, in units of sqrt(Pa*m6/kmol2), which SI cannot
     // write: sum_j x_j a_ij = sqrt(a_i) sqrt(a).
     mutable std::vector<Value> rootA_;
-    // The (T, x) of the last precompute made without derivatives: a flash's start asks for the mixture of
-    // the same state many times over, and the numbers alone decide it while nothing is differentiated.
+    // The (T, x) of the last precompute: a flash asks for the mixture of the same state many times over,
+    // in its start as in each evaluation of its residuals.
     mutable StateNumbers precomputed_;
 };
 

@@ -6,7 +6,7 @@
 #include <tarvo/utility/SmartEnumerator.h>
 #include <tarvo/value/Value.h>
 
-#include <vector>
+#include <limits>
 
 namespace Phase {
 
@@ -56,6 +56,9 @@ public:
     static constexpr double betaLow = 0.0;
 
 private:
+    // dP/dbeta at beta in the last calculatePressureEos_ of this frame, where it left the pressure unbent,
+    // and NaN otherwise: the slope of the residual for settleDensity, without a second evaluation.
+    double unbentSlope_ = std::numeric_limits<double>::quiet_NaN();
     // The state of the last settleDensity and the root it found there, with the slope of the residual.
     struct Settled {
         double P = 0;
