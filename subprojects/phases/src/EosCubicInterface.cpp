@@ -25,8 +25,16 @@ const Value& kelvin() {
 }
 
 // A function of T given by its number f and slope df at T's number: f + df (T - T0), which carries T's
-// derivatives; shift is T / K - T0.
-Value alongT(const Value& shift, double f, double df) { return shift * df + f; }
+// derivatives; shift is T / K - T0, dimensionless. One step of the arithmetic, as the next: these run for
+// every component in each evaluation of a flash's Jacobian, where each step allocates its derivatives.
+Value alongT(const Value& shift, double f, double df) {
+    return Value(Active::chain(f + df * shift.toDouble(), df, shift.active()));
+}
+
+// sum + c * term, for dimensionless sums.
+void addScaled(Active& sum, double c, const Active& term) {
+    sum = Active::combine(sum.val() + c * term.val(), 1, sum, c, term);
+}
 
 // Whether a phase carries anything. One that does not takes the state of the equimolar mixture, rather
 // than a division by 0.
@@ -85,28 +93,26 @@ void Interface::precompute(const Value& T, const Vector& x) const {
     const bool mixture = carries(x);
     const double t = T.toDouble();
     const Value shift = T / kelvin() - t;
-    Value s = 0.0, q = 0.0, dq = 0.0, d2q = 0.0, covolume = 0.0;
-    // The slopes in T of the three sums, at the numbers of x.
+    Active sums[5]; // of x, and of x times sqrt(a), its two derivatives in T and b
+    // The slopes in T of the three sums of sqrt(a), at the numbers of x.
     double qT = 0, dqT = 0, d2qT = 0;
     const std::vector<std::array<double, 4>>& attractions = attractionsAt_(t);
     for (int i = 0; i < NCOMPONENTS; ++i) {
         const auto [r, r1, r2, r3] = attractions[i];
         rootA_[i] = alongT(shift, r, r1);
         if (mixture && !(x[i].toDouble() > 0)) continue;
-        const Value& xi = mixture ? x[i] : one;
-        const double xn = xi.toDouble();
-        s += xi;
-        q += xi * r;
-        dq += xi * r1;
-        d2q += xi * r2;
-        covolume += xi * constants(i).b;
+        const Active& xi = (mixture ? x[i] : one).active();
+        const double terms[5] = {1, r, r1, r2, constants(i).b};
+        for (int k = 0; k < 5; ++k) addScaled(sums[k], terms[k], xi);
+        const double xn = xi.val();
         qT += xn * r1;
         dqT += xn * r2;
         d2qT += xn * r3;
     }
-    q = (q + shift * qT) / s;
-    dq = (dq + shift * dqT) / s;
-    d2q = (d2q + shift * d2qT) / s;
+    const Value s(std::move(sums[0])), covolume(std::move(sums[4]));
+    const Value q = (Value(std::move(sums[1])) + shift * qT) / s;
+    const Value dq = (Value(std::move(sums[2])) + shift * dqT) / s;
+    const Value d2q = (Value(std::move(sums[3])) + shift * d2qT) / s;
     Amix = q * q * attractiveUnit();
     dAmixdT = 2.0 * q * dq * attractiveUnit() / kelvin();
     d2AmixdT2 = 2.0 * (dq * dq + q * d2q) * attractiveUnit() / kelvin() / kelvin();

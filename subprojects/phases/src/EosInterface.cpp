@@ -156,8 +156,9 @@ void EosInterface::settleDensity(const Value& P, const Value& T, const Vector& x
     settled_.slope = slope;
     settled_.found = found && slope > 0;
     // One correction in Values: the number moves by rounding only, the derivatives become those of the root.
+    // Without derivatives there is nothing to correct.
     beta = b;
-    if (!(slope > 0)) return;
+    if (!(slope > 0) || Active::numdir() == 0) return;
     const Value f = calculateResiduals(P, T, x, type);
     if (std::isfinite(f.toDouble())) beta = Value(b) - f / slope;
 }
