@@ -185,10 +185,12 @@ void Interface::preparefugacity_eos(const Value& P, const Value& T, std::vector<
     const Value repulsion = -log(P * (v - Bmix) / RT);
     const Value attraction = Amix * attraction_(v) / RT;
     const Value q = sqrt(Amix / attractiveUnit());
-    for (int i = 0; i < NCOMPONENTS; ++i) {
-        const Value share = constants(i).covolume / Bmix;
-        lnphi[i] = share * (Z - 1.0) + repulsion - attraction * (2.0 * rootA_[i] / q - share);
-    }
+    // ln phi_i = (b_i / b) (Z - 1 + attraction) + repulsion - 2 attraction sqrt(a_i) / q, with the parts
+    // common to all components taken once: in a flash's Jacobian each step allocates its derivatives.
+    const Value perCovolume = (Z - 1.0 + attraction) / Bmix;
+    const Value perRootA = 2.0 * attraction / q;
+    for (int i = 0; i < NCOMPONENTS; ++i)
+        lnphi[i] = perCovolume * constants(i).covolume + repulsion - perRootA * rootA_[i];
 }
 
 Value Interface::enthalpyDeparture(const Value& P, const Value& T) const {
