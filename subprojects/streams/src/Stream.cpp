@@ -24,8 +24,11 @@ constexpr double epsilon = std::numeric_limits<double>::epsilon();
     throw ErrorSmartEnum(function, "Flash mode", SmartEnumerator<FlashMode>::item(fm).name());
 }
 
-Phase::MassMolarProperties& withProperties(Phase::Mass* phase, const std::string& function) {
-    return *my_cast<Phase::MassMolarProperties*>(phase, function);
+// The short name of the caller is cut out of its signature only for the error: these casts run in every
+// flash.
+Phase::MassMolarProperties& withProperties(Phase::Mass* phase, const char* signature) {
+    if (auto* properties = dynamic_cast<Phase::MassMolarProperties*>(phase)) return *properties;
+    return *my_cast<Phase::MassMolarProperties*>(phase, Tarvo::Utility::shortFunctionName(signature));
 }
 } // namespace
 
@@ -131,15 +134,15 @@ void Stream::setFlowOption(const MassBalanceMode& mode) {
 void Stream::setFlash(const FlashMode& fm) {
     switch (fm) {
     case FlashMode::PT: flash().setFlash_(fm, P, T, true); break;
-    case FlashMode::PH: flash().setFlash_(fm, P, withProperties(Tphase, TARVO_FUNCTION).H, true); break;
-    case FlashMode::PS: flash().setFlash_(fm, P, withProperties(Tphase, TARVO_FUNCTION).S, true); break;
+    case FlashMode::PH: flash().setFlash_(fm, P, withProperties(Tphase, __PRETTY_FUNCTION__).H, true); break;
+    case FlashMode::PS: flash().setFlash_(fm, P, withProperties(Tphase, __PRETTY_FUNCTION__).S, true); break;
     case FlashMode::RH: {
-        auto& total = withProperties(Tphase, TARVO_FUNCTION);
+        auto& total = withProperties(Tphase, __PRETTY_FUNCTION__);
         flash().setFlash_(fm, total.rho / total.mw, total.H, true);
         break;
     }
     case FlashMode::RT: {
-        auto& total = withProperties(Tphase, TARVO_FUNCTION);
+        auto& total = withProperties(Tphase, __PRETTY_FUNCTION__);
         flash().setFlash_(fm, total.rho / total.mw, T, true);
         break;
     }
@@ -251,8 +254,8 @@ bool Stream::residualsNeedProperties() const {
 void Stream::calculatePhaseProperties() {
     if (!hasProperties()) return;
     for (Phase::Mass* phase : phases_)
-        if (phase != Tphase) withProperties(phase, TARVO_FUNCTION).calculateProperties(P, T, true);
-    auto& total = withProperties(Tphase, TARVO_FUNCTION);
+        if (phase != Tphase) withProperties(phase, __PRETTY_FUNCTION__).calculateProperties(P, T, true);
+    auto& total = withProperties(Tphase, __PRETTY_FUNCTION__);
     const bool enthalpyGiven = flashMode == FlashMode::PH || flashMode == FlashMode::RH;
     const bool entropyGiven = flashMode == FlashMode::PS || flashMode == FlashMode::SA;
     total.calculateProperties(P, T, !enthalpyGiven && !entropyGiven);
@@ -299,15 +302,15 @@ Value Stream::calculateTotalP(const Value& rho) {
 }
 
 Value Stream::calculateTotalRho() {
-    return withProperties(Tphase, TARVO_FUNCTION).calculate_rho(FlashBase::P, FlashBase::T);
+    return withProperties(Tphase, __PRETTY_FUNCTION__).calculate_rho(FlashBase::P, FlashBase::T);
 }
 
 Value Stream::calculateTotalH() {
-    return withProperties(Tphase, TARVO_FUNCTION).calculate_H(FlashBase::P, FlashBase::T);
+    return withProperties(Tphase, __PRETTY_FUNCTION__).calculate_H(FlashBase::P, FlashBase::T);
 }
 
 Value Stream::calculateTotalS() {
-    return withProperties(Tphase, TARVO_FUNCTION).calculate_S(FlashBase::P, FlashBase::T);
+    return withProperties(Tphase, __PRETTY_FUNCTION__).calculate_S(FlashBase::P, FlashBase::T);
 }
 
 void Stream::scale(const Value& factor) {
