@@ -25,8 +25,16 @@ const Value& kelvin() {
 }
 
 // A function of T given by its number f and slope df at T's number: f + df (T - T0), which carries T's
-// derivatives; shift is T / K - T0.
-Value alongT(const Value& shift, double f, double df) { return shift * df + f; }
+// derivatives; shift is T / K - T0, dimensionless. One step of the arithmetic, as the next: these run for
+// every component in each evaluation of a flash's Jacobian, where each step allocates its derivatives.
+Value alongT(const Value& shift, double f, double df) {
+    return Value(Active::chain(f + df * shift.toDouble(), df, shift.active()));
+}
+
+// sum + c * term, for dimensionless sums.
+void addScaled(Active& sum, double c, const Active& term) {
+    sum = Active::combine(sum.val() + c * term.val(), 1, sum, c, term);
+}
 
 // Whether a phase carries anything. One that does not takes the state of the equimolar mixture, rather
 // than a division by 0.
@@ -78,38 +86,38 @@ const std::vector<std::array<double, 4>>& Interface::attractionsAt_(double T) co
 }
 
 void Interface::precompute(const Value& T, const Vector& x) const {
+    if (precomputed_.identical(T, x)) return;
     // Without interaction parameters sum_j x_j sqrt(a_i a_j) = sqrt(a_i) sum_j x_j sqrt(a_j): one sum of
     // square roots q, and a = q^2, instead of the double sum. The components' terms are functions of T
     // alone, taken in numbers and carried over to T's derivatives once per sum.
     const bool mixture = carries(x);
     const double t = T.toDouble();
     const Value shift = T / kelvin() - t;
-    Value s = 0.0, q = 0.0, dq = 0.0, d2q = 0.0, covolume = 0.0;
-    // The slopes in T of the three sums, at the numbers of x.
+    Active sums[5]; // of x, and of x times sqrt(a), its two derivatives in T and b
+    // The slopes in T of the three sums of sqrt(a), at the numbers of x.
     double qT = 0, dqT = 0, d2qT = 0;
     const std::vector<std::array<double, 4>>& attractions = attractionsAt_(t);
     for (int i = 0; i < NCOMPONENTS; ++i) {
         const auto [r, r1, r2, r3] = attractions[i];
         rootA_[i] = alongT(shift, r, r1);
         if (mixture && !(x[i].toDouble() > 0)) continue;
-        const Value& xi = mixture ? x[i] : one;
-        const double xn = xi.toDouble();
-        s += xi;
-        q += xi * r;
-        dq += xi * r1;
-        d2q += xi * r2;
-        covolume += xi * constants(i).b;
+        const Active& xi = (mixture ? x[i] : one).active();
+        const double terms[5] = {1, r, r1, r2, constants(i).b};
+        for (int k = 0; k < 5; ++k) addScaled(sums[k], terms[k], xi);
+        const double xn = xi.val();
         qT += xn * r1;
         dqT += xn * r2;
         d2qT += xn * r3;
     }
-    q = (q + shift * qT) / s;
-    dq = (dq + shift * dqT) / s;
-    d2q = (d2q + shift * d2qT) / s;
+    const Value s(std::move(sums[0])), covolume(std::move(sums[4]));
+    const Value q = (Value(std::move(sums[1])) + shift * qT) / s;
+    const Value dq = (Value(std::move(sums[2])) + shift * dqT) / s;
+    const Value d2q = (Value(std::move(sums[3])) + shift * d2qT) / s;
     Amix = q * q * attractiveUnit();
     dAmixdT = 2.0 * q * dq * attractiveUnit() / kelvin();
     d2AmixdT2 = 2.0 * (dq * dq + q * d2q) * attractiveUnit() / kelvin() / kelvin();
     Bmix = covolume / s * covolumeUnit();
+    precomputed_.take(T, x);
 }
 
 void Interface::estimate(const Value& P, const Value& T, const Vector& x, PhaseType type) {
@@ -177,10 +185,12 @@ void Interface::preparefugacity_eos(const Value& P, const Value& T, std::vector<
     const Value repulsion = -log(P * (v - Bmix) / RT);
     const Value attraction = Amix * attraction_(v) / RT;
     const Value q = sqrt(Amix / attractiveUnit());
-    for (int i = 0; i < NCOMPONENTS; ++i) {
-        const Value share = constants(i).covolume / Bmix;
-        lnphi[i] = share * (Z - 1.0) + repulsion - attraction * (2.0 * rootA_[i] / q - share);
-    }
+    // ln phi_i = (b_i / b) (Z - 1 + attraction) + repulsion - 2 attraction sqrt(a_i) / q, with the parts
+    // common to all components taken once: in a flash's Jacobian each step allocates its derivatives.
+    const Value perCovolume = (Z - 1.0 + attraction) / Bmix;
+    const Value perRootA = 2.0 * attraction / q;
+    for (int i = 0; i < NCOMPONENTS; ++i)
+        lnphi[i] = perCovolume * constants(i).covolume + repulsion - perRootA * rootA_[i];
 }
 
 Value Interface::enthalpyDeparture(const Value& P, const Value& T) const {

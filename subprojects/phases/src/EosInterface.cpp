@@ -36,13 +36,15 @@ void EosInterface::calculatePressureEos_(const Value& T, const Vector& x, PhaseT
     const bool dense = beta.toDouble() > critical.toDouble(), light = beta.toDouble() < critical.toDouble();
     // A liquid lighter than the critical density is out of place at any T; a denser vapor below Tcm.
     const bool outOfPlace = (liquid && light) || (vapor && dense && T.toDouble() < Tcm());
-    Value slope;
+    Value slope, rise;
     if (outOfPlace) {
         P = Pc_();
         slope = dpdbeta(critical, T) - s0 / 50.0;
     } else {
-        slope = dpdbeta(beta, T) - s0 / 50.0;
+        rise = dpdbeta(beta, T);
+        slope = rise - s0 / 50.0;
     }
+    unbentSlope_ = notANumber;
     TARVO_LOG(4) << "dpdbeta = " << slope.toDouble();
     if (slope.toDouble() >= 0) {
         if (vapor && dense) {
@@ -55,6 +57,7 @@ void EosInterface::calculatePressureEos_(const Value& T, const Vector& x, PhaseT
             P = P * ratio * ratio * ratio;
             TARVO_LOG(4) << "corrected pressure 3 = " << P.toDouble();
         }
+        if (!corrected && !outOfPlace) unbentSlope_ = rise.toDouble();
         return;
     }
     corrected = true;
@@ -82,18 +85,21 @@ double EosInterface::plainResidual(double reduced, const Value& P, const Value& 
     return calculateResiduals(P, T, x, type).toDouble();
 }
 
+bool EosInterface::Settled::nearby(const Value& Pnow, const Value& Tnow, PhaseType typeNow) const {
+    return found && Pnow.toDouble() == P && typeNow == type && state.sameT(Tnow);
+}
+
 bool EosInterface::Settled::at(const Value& Pnow, const Value& Tnow, const Vector& xnow, PhaseType typeNow) const {
-    if (Pnow.toDouble() != P || Tnow.toDouble() != T || typeNow != type || xnow.size() != x.size()) return false;
-    for (std::size_t i = 0; i < x.size(); ++i)
-        if (xnow[i].toDouble() != x[i]) return false;
-    return true;
+    return Pnow.toDouble() == P && typeNow == type && state.same(Tnow, xnow);
 }
 
 void EosInterface::settleDensity(const Value& P, const Value& T, const Vector& x, PhaseType type) {
     precompute(T, x);
     const auto residual = [&](double reduced) { return plainResidual(reduced, P, T, x, type); };
-    // A difference quotient for the slope of the bent pressure, at a point whose residual is f.
+    // The slope of the residual at the point of its last evaluation, whose residual is f: the pressure's own
+    // where it was left unbent, a difference quotient where it was bent.
     const auto slopeAt = [&](double reduced, double f) {
+        if (std::isfinite(unbentSlope_)) return unbentSlope_ / P.toDouble();
         return (residual(reduced * (1 + 1e-7)) - f) / (1e-7 * reduced);
     };
     // A settle at the state of the last one, as the substitution of a start asks of a pure fluid at each
@@ -101,10 +107,16 @@ void EosInterface::settleDensity(const Value& P, const Value& T, const Vector& x
     double b = settled_.root, slope = settled_.slope;
     const bool again = settled_.at(P, T, x, type) && slope > 0 &&
                        std::fabs(residual(b) / slope) <= stepTolerance * b;
+    bool found = again;
     if (!again) {
-        estimate(P, T, x, type);
+        // The root of the last settle at the same (P, T) and of the same type is the start, when there was
+        // one: the substitution of a start changes x by little from one round to the next, and Newton's
+        // method goes on from there in a few steps where it would need several from the estimate.
+        if (!settled_.nearby(P, T, type)) {
+            estimate(P, T, x, type);
+            b = beta.toDouble();
+        }
         // Newton's method in plain numbers, kept inside (betaLow, betaMax()).
-        b = beta.toDouble();
         slope = 1;
         bool converged = false;
         for (int k = 0; k < maxSteps && !converged; ++k) {
@@ -132,19 +144,21 @@ void EosInterface::settleDensity(const Value& P, const Value& T, const Vector& x
             if (root.find(sample, lo, hi, b, bracketTolerance) == MonotoneRoot::Outcome::root) {
                 b = root.x();
                 slope = slopeAt(b, residual(b));
+                converged = true;
             }
         }
+        found = converged || std::fabs(stop) <= bracketTolerance;
     }
     settled_.P = P.toDouble();
-    settled_.T = T.toDouble();
-    settled_.x.resize(x.size());
-    for (std::size_t i = 0; i < x.size(); ++i) settled_.x[i] = x[i].toDouble();
+    settled_.state.take(T, x);
     settled_.type = type;
     settled_.root = b;
     settled_.slope = slope;
+    settled_.found = found && slope > 0;
     // One correction in Values: the number moves by rounding only, the derivatives become those of the root.
+    // Without derivatives there is nothing to correct.
     beta = b;
-    if (!(slope > 0)) return;
+    if (!(slope > 0) || Active::numdir() == 0) return;
     const Value f = calculateResiduals(P, T, x, type);
     if (std::isfinite(f.toDouble())) beta = Value(b) - f / slope;
 }

@@ -5,6 +5,7 @@
 #include <tarvo/phases/PhaseEos.h>
 #include <tarvo/phases/PhaseGeneric.h>
 #include <tarvo/phases/VanDerWaals.h>
+#include <tarvo/value/ActiveContext.h>
 
 #include <cmath>
 
@@ -104,4 +105,31 @@ TEST_F(PhaseTest, VaporAtLowPressureApproachesTheIdealGas) {
             EXPECT_NEAR(P / (rho * gasConstant * 400.0), 1.0, 2e-7 * P) << type;
         }
     }
+}
+
+// The mixture at the numbers of the last call, with other derivatives: the derivative of a in x_1, not
+// the one in T that the same numbers carried before. By hand, with q = sum x_i sqrt(a_i) / s and s the sum
+// of x: a = q^2, and da/dx_1 = 2 q (sqrt(a_1) - q) / s.
+TEST_F(PhaseTest, MixtureAtTheSameNumbersTakesTheDerivativesOfTheNewCall) {
+    const Phase::EosCubic::PengRobinson pr;
+    ActiveContext::Scope scope(1);
+    Value T(250.0, "K");
+    Vector x(NCOMPONENTS);
+    const double numbers[] = {0.2, 0.3, 0.1, 0.25, 0.15};
+    for (int i = 0; i < NCOMPONENTS; ++i) x[i] = numbers[i];
+    T.active().setActive(0);
+    pr.precompute(T, x);
+    EXPECT_DOUBLE_EQ(pr.Amix.active().derivative(0), pr.dAmixdT.toDouble());
+    T.active().inactivate(0);
+    x[1].active().setActive(0);
+    pr.precompute(T, x);
+    double s = 0, q = 0;
+    for (int i = 0; i < NCOMPONENTS; ++i) {
+        s += numbers[i];
+        q += numbers[i] * std::sqrt(attractiveAt(pr, i, 250.0));
+    }
+    q /= s;
+    const double expected = 2 * q * (std::sqrt(attractiveAt(pr, 1, 250.0)) - q) / s;
+    EXPECT_NEAR(pr.Amix.active().derivative(0), expected, 1e-12 * std::fabs(expected));
+    x[1].active().inactivate(0);
 }

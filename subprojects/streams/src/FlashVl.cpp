@@ -124,8 +124,9 @@ void FlashVl::solveSplit(const Vector& z) {
         },
         0, 1, std::clamp(alfa_.toDouble(), 0.0, 1.0), 0);
     // One Newton correction in Values: its number changes by rounding only, and its derivatives become
-    // those of the root, -(dR/dK dK) / (dR/da).
+    // those of the root, -(dR/dK dK) / (dR/da). Without derivatives there is nothing to correct.
     alfa_ = root.x();
+    if (Active::numdir() == 0) return;
     calculateSplit(z);
     alfa_ = Value(root.x()) + (sumy - sumx) / root.at().slope;
 }

@@ -157,14 +157,17 @@ template <typename F> void StreamTwo<F>::substitute_(const double* fraction) {
     }
 }
 
+// The phases' properties only where the searches and the residuals read them, as prepare_residuals does: a
+// PT or PA start would compute them for nothing, and the stream computes its own after the solve. The
+// split is in the phases already.
 template <typename F> void StreamTwo<F>::settle(const Value& P, const Value& T) {
     placeSplit_(P, T, nullptr);
-    pushSplit_(true);
+    if (residualsNeedProperties()) pushSplit_(true);
 }
 
 template <typename F> void StreamTwo<F>::settleAt(const Value& P, const Value& T, double fraction) {
     placeSplit_(P, T, &fraction);
-    pushSplit_(true);
+    if (residualsNeedProperties()) pushSplit_(true);
 }
 
 template <typename F> Value StreamTwo<F>::boundaryResidualAt(const Value& P, const Value& T, double fraction) {

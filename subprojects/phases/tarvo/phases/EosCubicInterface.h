@@ -75,6 +75,7 @@ protected:
     void forgetConstants() {
         constants_.clear();
         attractions_.clear();
+        precomputed_.forget();
     }
     // sqrt(a_i) of component i at the temperature T in K, and its first three derivatives in T: the closed
     // form of each equation, in numbers, which precompute and a carry over to T's derivatives.
@@ -96,6 +97,9 @@ private:
     // sqrt(a_i) of every component at the last precompute, in units of sqrt(Pa*m6/kmol2), which SI cannot
     // write: sum_j x_j a_ij = sqrt(a_i) sqrt(a).
     mutable std::vector<Value> rootA_;
+    // The (T, x) of the last precompute: a flash asks for the mixture of the same state many times over,
+    // in its start as in each evaluation of its residuals.
+    mutable StateNumbers precomputed_;
 };
 
 } // namespace Phase::EosCubic

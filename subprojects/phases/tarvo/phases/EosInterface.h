@@ -1,11 +1,12 @@
 #ifndef TARVO_PHASES_EOSINTERFACE_H
 #define TARVO_PHASES_EOSINTERFACE_H
 
+#include <tarvo/phases/StateNumbers.h>
 #include <tarvo/utility/Diagnostic.h>
 #include <tarvo/utility/SmartEnumerator.h>
 #include <tarvo/value/Value.h>
 
-#include <vector>
+#include <limits>
 
 namespace Phase {
 
@@ -55,13 +56,20 @@ public:
     static constexpr double betaLow = 0.0;
 
 private:
+    // dP/dbeta at beta in the last calculatePressureEos_ of this frame, where it left the pressure unbent,
+    // and NaN otherwise: the slope of the residual for settleDensity, without a second evaluation.
+    double unbentSlope_ = std::numeric_limits<double>::quiet_NaN();
     // The state of the last settleDensity and the root it found there, with the slope of the residual.
     struct Settled {
-        double P = 0, T = 0;
-        std::vector<double> x;
+        double P = 0;
+        StateNumbers state;
         PhaseType type = PhaseType::vapor;
         double root = 0, slope = 0;
+        // Whether root is one: Newton's method or the search past a hump found it.
+        bool found = false;
         bool at(const Value& P, const Value& T, const Vector& x, PhaseType type) const;
+        // Whether root is one at (P, T) for the type, at whatever x.
+        bool nearby(const Value& P, const Value& T, PhaseType type) const;
     };
     Settled settled_;
 };
