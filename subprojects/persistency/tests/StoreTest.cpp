@@ -102,10 +102,16 @@ TEST_F(Store, RoundTripGivesAnEqualTree) {
     EXPECT_TRUE(copy.retrieved());
 }
 
+// Only what changed is written: a row of an unchanged value keeps the version that the insert made.
 TEST_F(Store, UpdateRewritesValuesAndResizedVectors) {
     std::unique_ptr<Plant> plant = filledPlant();
     const int id = plant->insert(&store_);
     const int labelRows = store_.countRows("SVV", -1);
+    const auto version = [&](const std::string& tag) {
+        return database_.column("SELECT xmin FROM Q WHERE NID = " + std::to_string(id) + " AND TAG = '" + tag + "'");
+    };
+    const std::vector<std::string> unchanged = version("P"), changed = version("T");
+    ASSERT_EQ(unchanged.size(), 1u);
     plant->T = Value(500.0, "K");
     plant->labels.resize(5); // another size: written anew
     plant->labels[4] = "fifth";
@@ -113,6 +119,8 @@ TEST_F(Store, UpdateRewritesValuesAndResizedVectors) {
     plant->Q("COND.P") = Value(3.0, "bar");
     EXPECT_EQ(plant->update(&store_), id);
     EXPECT_EQ(store_.countRows("SVV", -1), labelRows + 3);
+    EXPECT_EQ(version("P"), unchanged);
+    EXPECT_NE(version("T"), changed);
     std::unique_ptr<Node> back = retrieve(store_, id);
     EXPECT_TRUE(back->equals(*plant));
     EXPECT_EQ(dynamic_cast<Plant&>(*back).labels.size(), 5u);

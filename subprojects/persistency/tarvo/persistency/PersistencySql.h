@@ -43,8 +43,8 @@ struct SqlDialect {
     std::string insertVector;              // "%s": table; parameters NID, TAG, DESCRIPTION
     std::string insertQuantityVector;      // "%s": table; parameters NID, TAG, DESCRIPTION, UNIT, INPUT, OUTPUT
     std::string insertVectorValue;         // "%s" "%s": table, link column; parameters link, VALUE
-    std::string updateScalar;              // "%s": table; parameters VALUE, TAG, NID
-    std::string updateVectorValue;         // "%s": table; parameters VALUE, ID
+    std::string updateScalar;              // the table as "%s" or, named twice, "%1$s"; parameters VALUE, TAG, NID
+    std::string updateVectorValue;         // the table as "%s" or, named twice, "%1$s"; parameters VALUE, ID
     std::string selectBlock; // "%d" thrice: the block's rows of N; ID, UUID, TAG, DESCRIPTION, TYPE, PARENT, ROOT,
                              // CREATED_AT and UPDATED_AT in seconds, RANGE
     std::string readI, readQ, readS; // "%d" "%d": NID from, NID below; columns NID, TAG, VALUE [, UNIT, INPUT, OUTPUT]
