@@ -3,7 +3,7 @@
 #include <tarvo/persistency/PersistencyPostgres.h>
 #include <tarvo/utility/WholeInteger.h>
 
-#include <libpq-fe.h>
+#include "PostgresClient.h"
 
 #include <algorithm>
 #include <cassert>
@@ -11,6 +11,8 @@
 #include <memory>
 
 namespace {
+
+const PostgresClient& pq() { return PostgresClient::library(); }
 
 // Each statement that writes rows is run once for a whole batch of them: its parameters are arrays of one
 // element per row, typed by the driver. Rows of vectors and values are inserted in the order of the rows, so
@@ -134,17 +136,20 @@ private:
 };
 
 namespace {
-// The process's connection to the kernel's store, closed when the process ends.
+// The process's connection to the kernel's store, closed when the process ends; a process that never
+// reached the store has not loaded the client library, and does not load it to close nothing.
 struct SharedConnection {
     pg_conn* connection = nullptr;
-    ~SharedConnection() { PQfinish(connection); }
+    ~SharedConnection() {
+        if (connection) pq().finish(connection);
+    }
 };
 SharedConnection shared;
 } // namespace
 
 PersistencyPostgres::PersistencyPostgres() : PersistencySql(postgres), shared_(true) {
-    if (!shared.connection || PQstatus(shared.connection) != CONNECTION_OK) {
-        PQfinish(shared.connection);
+    if (!shared.connection || pq().status(shared.connection) != CONNECTION_OK) {
+        pq().finish(shared.connection);
         shared.connection = nullptr;
         shared.connection = connect_(connectionString(Configuration::kernel()).c_str());
     }
@@ -156,7 +161,7 @@ PersistencyPostgres::PersistencyPostgres(const std::string& connection)
 
 PersistencyPostgres::~PersistencyPostgres() {
     if (!shared_) {
-        PQfinish(connection_);
+        pq().finish(connection_);
         return;
     }
     // The connection outlives this operation: nothing of it may stay open for the next one.
@@ -167,7 +172,7 @@ void PersistencyPostgres::abandonTransaction() {
     batches_.clear();
     if (pipeline_) leavePipeline();
     if (depth_ == 0) return;
-    PQclear(PQexec(connection_, "ROLLBACK"));
+    pq().clear(pq().exec(connection_, "ROLLBACK"));
     depth_ = 0;
     allocationLocked_ = false;
 }
@@ -208,10 +213,10 @@ std::string PersistencyPostgres::connectionString(const Configuration& configura
 }
 
 pg_conn* PersistencyPostgres::connect_(const char* connection) {
-    pg_conn* made = PQconnectdb(connection);
-    if (PQstatus(made) != CONNECTION_OK) {
-        const std::string text = PQerrorMessage(made);
-        PQfinish(made);
+    pg_conn* made = pq().connectdb(connection);
+    if (pq().status(made) != CONNECTION_OK) {
+        const std::string text = pq().errorMessage(made);
+        pq().finish(made);
         throw ErrorPostgres(__PRETTY_FUNCTION__, text);
     }
     return made;
@@ -230,32 +235,32 @@ void PersistencyPostgres::fail(const std::string& context, const std::string& te
 void PersistencyPostgres::leavePipeline() {
     // Whatever is still unanswered is read and dropped, for libpq leaves the mode only when idle.
     if (!pending_.empty()) {
-        PQpipelineSync(connection_);
+        pq().pipelineSync(connection_);
         for (std::size_t i = 0; i < pending_.size(); ++i)
-            while (pg_result* r = PQgetResult(connection_)) PQclear(r);
+            while (pg_result* r = pq().getResult(connection_)) pq().clear(r);
         pending_.clear();
-        while (pg_result* r = PQgetResult(connection_)) {
-            const bool sync = PQresultStatus(r) == PGRES_PIPELINE_SYNC;
-            PQclear(r);
+        while (pg_result* r = pq().getResult(connection_)) {
+            const bool sync = pq().resultStatus(r) == PGRES_PIPELINE_SYNC;
+            pq().clear(r);
             if (sync) break;
         }
     }
-    PQexitPipelineMode(connection_);
+    pq().exitPipelineMode(connection_);
     pipeline_ = false;
 }
 
 std::string PersistencyPostgres::failureText(pg_result* result, const std::string& sql) const {
-    std::string message = result ? PQresultErrorMessage(result) : PQerrorMessage(connection_);
+    std::string message = result ? pq().resultErrorMessage(result) : pq().errorMessage(connection_);
     if (!result) return message;
-    if (const char* detail = PQresultErrorField(result, PG_DIAG_MESSAGE_DETAIL)) message += detail;
-    if (const char* position = PQresultErrorField(result, PG_DIAG_STATEMENT_POSITION))
+    if (const char* detail = pq().resultErrorField(result, PG_DIAG_MESSAGE_DETAIL)) message += detail;
+    if (const char* position = pq().resultErrorField(result, PG_DIAG_STATEMENT_POSITION))
         message += std::string(" at position ") + position + " of query: " + sql;
     return message;
 }
 
 void PersistencyPostgres::submit(const Sender& send, Pending pending) {
     ++statements_;
-    if (!send()) fail(pending.context, PQerrorMessage(connection_));
+    if (!send()) fail(pending.context, pq().errorMessage(connection_));
     if (!pipeline_) {
         pending_.push_back(std::move(pending));
         synchronize();
@@ -266,12 +271,12 @@ void PersistencyPostgres::submit(const Sender& send, Pending pending) {
 }
 
 void PersistencyPostgres::synchronize() {
-    if (pipeline_ && !pending_.empty() && !PQpipelineSync(connection_)) fail("PersistencyPostgres::synchronize", PQerrorMessage(connection_));
+    if (pipeline_ && !pending_.empty() && !pq().pipelineSync(connection_)) fail("PersistencyPostgres::synchronize", pq().errorMessage(connection_));
     std::string context, failure;
     for (Pending& p : pending_) {
-        pg_result* result = PQgetResult(connection_);
-        while (pg_result* extra = PQgetResult(connection_)) PQclear(extra);
-        const ExecStatusType status = PQresultStatus(result);
+        pg_result* result = pq().getResult(connection_);
+        while (pg_result* extra = pq().getResult(connection_)) pq().clear(extra);
+        const ExecStatusType status = pq().resultStatus(result);
         if (failure.empty()) {
             if (status != PGRES_COMMAND_OK && status != PGRES_TUPLES_OK) {
                 context = p.context;
@@ -281,13 +286,13 @@ void PersistencyPostgres::synchronize() {
                 if (!failure.empty()) context = p.context;
             }
         }
-        PQclear(result);
+        pq().clear(result);
     }
     pending_.clear();
     if (pipeline_) {
-        while (pg_result* r = PQgetResult(connection_)) {
-            const bool sync = PQresultStatus(r) == PGRES_PIPELINE_SYNC;
-            PQclear(r);
+        while (pg_result* r = pq().getResult(connection_)) {
+            const bool sync = pq().resultStatus(r) == PGRES_PIPELINE_SYNC;
+            pq().clear(r);
             if (sync) break;
         }
     }
@@ -296,21 +301,21 @@ void PersistencyPostgres::synchronize() {
 
 void PersistencyPostgres::execute(const std::string& sql, const std::string& context) {
     sendBatches();
-    submit([&] { return PQsendQueryParams(connection_, sql.c_str(), 0, nullptr, nullptr, nullptr, nullptr, 0); },
+    submit([&] { return pq().sendQueryParams(connection_, sql.c_str(), 0, nullptr, nullptr, nullptr, nullptr, 0); },
            {context, sql, {}});
 }
 
 SqlRows PersistencyPostgres::query(const std::string& sql, const std::string& context) {
     sendBatches();
     SqlRows rows;
-    submit([&] { return PQsendQueryParams(connection_, sql.c_str(), 0, nullptr, nullptr, nullptr, nullptr, 0); },
+    submit([&] { return pq().sendQueryParams(connection_, sql.c_str(), 0, nullptr, nullptr, nullptr, nullptr, 0); },
            {context, sql, [&rows](pg_result* result) {
-                rows.resize(PQntuples(result));
-                const int columns = PQnfields(result);
+                rows.resize(pq().ntuples(result));
+                const int columns = pq().nfields(result);
                 for (int r = 0; r < static_cast<int>(rows.size()); ++r)
                     for (int c = 0; c < columns; ++c)
-                        rows[r].push_back(PQgetisnull(result, r, c) ? std::nullopt
-                                                                     : std::optional<std::string>(PQgetvalue(result, r, c)));
+                        rows[r].push_back(pq().getisnull(result, r, c) ? std::nullopt
+                                                                     : std::optional<std::string>(pq().getvalue(result, r, c)));
                 return std::string();
             }});
     if (pipeline_) synchronize(); // the rows are wanted now
@@ -381,23 +386,23 @@ void PersistencyPostgres::send(Batch& batch) {
     batch.rows = 0;
     submit(
         [&] {
-            return PQsendQueryParams(connection_, batch.sql.c_str(), static_cast<int>(values.size()), types.data(),
+            return pq().sendQueryParams(connection_, batch.sql.c_str(), static_cast<int>(values.size()), types.data(),
                                      values.data(), nullptr, nullptr, 0);
         },
         {batch.context, batch.sql, [this, followUp](pg_result* result) { return this->followUp(result, *followUp); }});
 }
 
 std::string PersistencyPostgres::followUp(pg_result* result, const BatchFollowUp& followUp) {
-    const int rows = PQntuples(result);
+    const int rows = pq().ntuples(result);
     if (!followUp.noRowsErrors.empty()) {
         for (int r = 0; r < rows; ++r) { // the ordinals, ascending, of rows that changed nothing
-            const std::string& error = followUp.noRowsErrors.at(std::atoi(PQgetvalue(result, r, 0)) - 1);
+            const std::string& error = followUp.noRowsErrors.at(std::atoi(pq().getvalue(result, r, 0)) - 1);
             if (!error.empty()) return error;
         }
     }
     if (!followUp.vectorValues.empty()) {
         std::vector<int> ids;
-        for (int r = 0; r < rows; ++r) ids.push_back(std::atoi(PQgetvalue(result, r, 0)));
+        for (int r = 0; r < rows; ++r) ids.push_back(std::atoi(pq().getvalue(result, r, 0)));
         std::sort(ids.begin(), ids.end()); // the k-th smallest is the k-th row's, as they were inserted in order
         assert(ids.size() == followUp.vectorValues.size());
         for (std::size_t k = 0; k < ids.size(); ++k)
@@ -406,12 +411,12 @@ std::string PersistencyPostgres::followUp(pg_result* result, const BatchFollowUp
     }
     // now() is the start of the transaction, the same in every row.
     if (rows > 0)
-        for (Node* node : followUp.stamped) node->setUpdatedAt(std::strtod(PQgetvalue(result, 0, 0), nullptr));
+        for (Node* node : followUp.stamped) node->setUpdatedAt(std::strtod(pq().getvalue(result, 0, 0), nullptr));
     return std::string();
 }
 
 void PersistencyPostgres::begin() {
-    if (!PQenterPipelineMode(connection_)) fail(__PRETTY_FUNCTION__, PQerrorMessage(connection_));
+    if (!pq().enterPipelineMode(connection_)) fail(__PRETTY_FUNCTION__, pq().errorMessage(connection_));
     pipeline_ = true;
     allocationLocked_ = false;
     batches_.clear();
@@ -440,7 +445,7 @@ void PersistencyPostgres::lockAllocation() {
 std::string PersistencyPostgres::escape(const std::string& text) {
     std::string escaped(2 * text.size() + 1, '\0');
     int error = 0;
-    escaped.resize(PQescapeStringConn(connection_, escaped.data(), text.c_str(), text.size(), &error));
+    escaped.resize(pq().escapeStringConn(connection_, escaped.data(), text.c_str(), text.size(), &error));
     return escaped;
 }
 
