@@ -80,3 +80,12 @@ TEST_F(CommandLine, IdFileThatCannotBeWrittenIsReported) {
     std::filesystem::remove(blocked);
     EXPECT_EQ(r.exitCode, 256 - 3);
 }
+
+// A command that never reaches the store does not load the store's client library, which with the libraries
+// that it needs is most of a process's start. The loader's own record of the files it maps tells.
+TEST_F(CommandLine, CataloguesStartWithoutTheStoresClient) {
+    const TarvoRun r = runProgram(TARVO_EXECUTABLE, {"types"}, folder_.path(), {{"LD_DEBUG", "files"}});
+    EXPECT_EQ(r.exitCode, 0);
+    ASSERT_NE(r.err.find("file=libc.so.6"), std::string::npos) << "the loader recorded nothing";
+    EXPECT_EQ(r.err.find("libpq"), std::string::npos);
+}
