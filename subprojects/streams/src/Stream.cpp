@@ -24,10 +24,9 @@ constexpr double epsilon = std::numeric_limits<double>::epsilon();
     throw ErrorSmartEnum(function, "Flash mode", SmartEnumerator<FlashMode>::item(fm).name());
 }
 
-// The caller's signature is shortened only for the error: every evaluation of a stream casts its phases.
+// Every evaluation of a stream casts its phases.
 Phase::MassMolarProperties& withProperties(Phase::Mass* phase, const char* signature) {
-    if (auto* properties = dynamic_cast<Phase::MassMolarProperties*>(phase)) return *properties;
-    return *my_cast<Phase::MassMolarProperties*>(phase, Tarvo::Utility::shortFunctionName(signature));
+    return *my_cast_in<Phase::MassMolarProperties*>(phase, signature);
 }
 } // namespace
 

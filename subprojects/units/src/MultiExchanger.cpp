@@ -136,8 +136,8 @@ bool MultiExchanger::ready_() {
     // Multi-stream reactions act between the first two couples, the sides of a membrane.
     cells_.clear();
     for (MultiReaction<2>* m : multiReactions) {
-        m->workOn({my_cast<Phase::MassMolar*>(outletstreams_[0]->Tphase, "MultiExchanger"),
-                   my_cast<Phase::MassMolar*>(outletstreams_[1]->Tphase, "MultiExchanger")});
+        m->workOn({my_cast_in<Phase::MassMolar*>(outletstreams_[0]->Tphase, __PRETTY_FUNCTION__),
+                   my_cast_in<Phase::MassMolar*>(outletstreams_[1]->Tphase, __PRETTY_FUNCTION__)});
         if (auto* cell = dynamic_cast<MultiReactionElectrochemical*>(m)) cells_.push_back(cell);
     }
     return coupleReactions_.bind(*this, reactions, reactionSides, outletstreams_, "ReactionSide not set");
@@ -230,7 +230,7 @@ void MultiExchanger::go(SolutionMode mode, int level) {
     }
     heatCapacityFlow_ = 0.0;
     for (Stream* in : inletstreams_) {
-        const auto& total = *my_cast<const Phase::MassMolarProperties*>(in->Tphase, "MultiExchanger");
+        const auto& total = *my_cast_in<const Phase::MassMolarProperties*>(in->Tphase, __PRETTY_FUNCTION__);
         heatCapacityFlow_ += total.mdot.toDouble() * total.cp.toDouble();
     }
     if (pristine() && mode == sequential) coupleReactions_.estimate(inletstreams_, outletstreams_);

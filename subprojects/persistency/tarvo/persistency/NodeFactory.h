@@ -6,6 +6,7 @@
 #include <tarvo/persistency/Node.h>
 #include <tarvo/persistency/TypeDescriptor.h>
 #include <tarvo/utility/Error.h>
+#include <tarvo/utility/FunctionName.h>
 
 #include <cstdint>
 #include <memory>
@@ -73,6 +74,13 @@ template <typename T> T my_cast(Node* node, const std::string& function) {
                                node ? node->tag() : std::string("null"));
     }
     return target;
+}
+
+// The same for code that casts at every evaluation: `signature` is the caller's __PRETTY_FUNCTION__, cut to
+// its name only for the error, so that a cast that succeeds builds no text.
+template <typename T> T my_cast_in(Node* node, const char* signature) {
+    if (T target = dynamic_cast<T>(node)) return target;
+    return my_cast<T>(node, Tarvo::Utility::shortFunctionName(signature));
 }
 
 #endif
