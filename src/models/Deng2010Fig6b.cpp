@@ -8,7 +8,6 @@ using Tarvo::Persistency::Defaults;
 
 namespace {
 constexpr int verbosityFile = -1;
-const Value One(1.0);
 } // namespace
 
 Deng2010Fig6b::Deng2010Fig6b(const Defaults& defaults, uint32_t id, Persistency* persistency, Persistent* parent,
@@ -65,7 +64,7 @@ void Deng2010Fig6b::setup() {
 }
 
 void Deng2010Fig6b::makeUserEquations(std::list<Assignment*>::iterator& it) {
-    designEquation(it, k2, One - k1, "One - k1", "Fraction of total area to module I");
+    designEquation(it, k2, one - k1, "One - k1", "Fraction of total area to module I");
     designEquation(it, Q("MODULE1.A"), k1 * A, "k1 * A", "Area of module I");
     designEquation(it, Q("MODULE2.A"), k2 * A, "k2 * A", "Area of module II");
 }

@@ -8,7 +8,6 @@ using Tarvo::Persistency::Defaults;
 
 namespace {
 constexpr int verbosityFile = -1;
-const Value One(1.0);
 } // namespace
 
 Merkel2010Fig11::Merkel2010Fig11(const Defaults& defaults, uint32_t id, Persistency* persistency, Persistent* parent,
@@ -93,7 +92,7 @@ void Merkel2010Fig11::setup() {
 }
 
 void Merkel2010Fig11::makeUserEquations(std::list<Assignment*>::iterator& it) {
-    designEquation(it, k1, One - k2 - k3, "One - k2 - k3", "Fraction of total area to module I");
+    designEquation(it, k1, one - k2 - k3, "One - k2 - k3", "Fraction of total area to module I");
     designEquation(it, Q("GM1.A"), k1 * A, "k1 * A", "Area of module I");
     designEquation(it, Q("GM2.A"), k2 * A, "k2 * A", "Area of module II");
     designEquation(it, Q("GM3.A"), k3 * A, "k3 * A", "Area of module III");

@@ -2,10 +2,6 @@
 
 using Tarvo::Persistency::Defaults;
 
-namespace {
-const Value One(1.0);
-} // namespace
-
 TwoStepCascade::TwoStepCascade(const Defaults& defaults, uint32_t id, Persistency* persistency, Persistent* parent,
                                Persistent* root)
     : Model(defaults, id, persistency, parent, root), VertexBase(defaults, id, persistency, parent, root),
@@ -25,8 +21,8 @@ void TwoStepCascade::setTrain(const Value& P) {
 }
 
 void TwoStepCascade::makeUserEquations(std::list<Assignment*>::iterator& it) {
-    designEquation(it, Q("GMA.A"), A / (One + areaRatio), "A / (One + areaRatio)", "Area of module A");
-    designEquation(it, Q("GMB.A"), areaRatio * A / (One + areaRatio), "areaRatio * A / (One + areaRatio)",
+    designEquation(it, Q("GMA.A"), A / (one + areaRatio), "A / (One + areaRatio)", "Area of module A");
+    designEquation(it, Q("GMB.A"), areaRatio * A / (one + areaRatio), "areaRatio * A / (One + areaRatio)",
                    "Area of module B");
     designEquation(it, Q("GMA.permeance", 1), Q("GMA.permeance", 0) / alfa, "Q(\"GMA.permeance\", 0) / alfa",
                    "Methane selectivity for module A");
