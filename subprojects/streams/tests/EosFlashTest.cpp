@@ -128,13 +128,16 @@ struct GasState {
 };
 } // namespace
 
-class NaturalGasFlashTest : public EosFlashTest, public ::testing::WithParamInterface<GasState> {
+// The components of the natural gas, methane to n-butane, from the catalogue.
+class NaturalGasComponentsTest : public EosFlashTest {
 protected:
     void SetUp() override {
         EosFlashTest::SetUp();
         useCatalogue({"methane", "ethane", "propane", "butane"});
     }
 };
+
+class NaturalGasFlashTest : public NaturalGasComponentsTest, public ::testing::WithParamInterface<GasState> {};
 
 // PT, then PH and PS from the enthalpy and entropy found, each from the stream's default temperature:
 // the same state comes back, and the liquid is the denser phase wherever both are there.
@@ -200,14 +203,8 @@ struct CompressedLiquid {
 };
 } // namespace
 
-class CompressedLiquidFlashTest : public EosFlashTest,
-                                  public ::testing::WithParamInterface<CompressedLiquid> {
-protected:
-    void SetUp() override {
-        EosFlashTest::SetUp();
-        useCatalogue({"methane", "ethane", "propane", "butane"});
-    }
-};
+class CompressedLiquidFlashTest : public NaturalGasComponentsTest,
+                                  public ::testing::WithParamInterface<CompressedLiquid> {};
 
 // The vapor that such a liquid would form has no density of its own at that pressure: the flash ends with
 // the liquid alone, on the one root of the cubic, and its enthalpy gives the temperature back.
@@ -254,12 +251,8 @@ INSTANTIATE_TEST_SUITE_P(PengRobinson, CompressedLiquidFlashTest,
 // Identities of one Peng-Robinson phase at several states, from its flashed streams: Cp = dH/dT at
 // constant P, d(G/T)/dT = -H/T^2, and ln phi_i the derivative of n g_res / R T in n_i, g_res taken from
 // the phase's G less the ideal gas of the components' own routes.
-class PhaseIdentityEosTest : public EosFlashTest, public ::testing::WithParamInterface<const char*> {
+class PhaseIdentityEosTest : public NaturalGasComponentsTest, public ::testing::WithParamInterface<const char*> {
 protected:
-    void SetUp() override {
-        EosFlashTest::SetUp();
-        useCatalogue({"methane", "ethane", "propane", "butane"});
-    }
     // The embedded phase of a one-phase stream at (P, T) and composition z.
     Phase::MassMolarProperties& at(std::unique_ptr<Stream>& s, double P, double T, const std::vector<double>& z) {
         s = make(GetParam());
