@@ -178,7 +178,9 @@ void Stream::go(SolutionMode mode, int) {
     // left on the other side of a phase boundary converges slowly.
     if (mode < simultaneous) flash().estimate(P, T);
     TARVO_LOG(3) << "Now setting Flash variables";
-    if (!flash().isIdeal) precompute_isIdeal();
+    // The ideal solve gives the searches of a non-ideal flash the temperature or pressure they start from;
+    // at a given pressure and temperature there is nothing to search, and its split would be overwritten.
+    if (!flash().isIdeal && flash().flashMode != FlashMode::PT) precompute_isIdeal();
     const bool noFlow = std::fabs(Tphase->totalFlow().toDouble()) <= 100 * epsilon;
     int status = flash().solveFlash(mode == simultaneous, noFlow);
     // A solved flash leaves its phases at the stream's composition; a simultaneous step does not solve it, so
