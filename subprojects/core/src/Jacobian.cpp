@@ -133,18 +133,12 @@ unsigned Jacobian::entries() const {
 
 void Jacobian::fill(const std::vector<Value>& residuals, const double* factors, std::vector<double>& columnSums) {
     assert(residuals.size() == n_);
-    columnSums.assign(n_, 0.0);
-    const auto factor = [factors](int j) { return factors ? factors[j] : 1.0; };
     if (!sparse_) {
         std::fill(dense_.begin(), dense_.end(), 0.0);
-        for (unsigned r = 0; r < n_; ++r)
-            residuals[r].active().forEachDerivative([&](int j, double d) {
-                const double v = d * factor(j);
-                dense_[static_cast<std::size_t>(r) * n_ + j] = v;
-                columnSums[j] += std::fabs(v);
-            });
-        return;
+        return fillColumns(0, residuals, factors, columnSums);
     }
+    columnSums.assign(n_, 0.0);
+    const auto factor = [factors](int j) { return factors ? factors[j] : 1.0; };
     // Count the entries of each column, then place them: rows come in ascending order within a column.
     int* p = sparse_->p;
     std::fill(p, p + n_ + 1, 0);
@@ -164,6 +158,24 @@ void Jacobian::fill(const std::vector<Value>& residuals, const double* factors, 
             sparse_->i[k] = static_cast<int>(r);
             sparse_->x[k] = v;
             columnSums[j] += std::fabs(v);
+        });
+}
+
+void Jacobian::fillColumns(unsigned first, const std::vector<Value>& residuals, const double* factors,
+                           std::vector<double>& columnSums) {
+    assert(!sparse_ && residuals.size() == n_);
+    columnSums.resize(n_);
+    const int directions = std::min(Active::numdir(), static_cast<int>(n_ - first));
+    for (int j = 0; j < directions; ++j) {
+        columnSums[first + j] = 0;
+        for (unsigned r = 0; r < n_; ++r) dense_[static_cast<std::size_t>(r) * n_ + first + j] = 0;
+    }
+    for (unsigned r = 0; r < n_; ++r)
+        residuals[r].active().forEachDerivative([&](int j, double d) {
+            const unsigned column = first + static_cast<unsigned>(j);
+            const double v = d * (factors ? factors[column] : 1.0);
+            dense_[static_cast<std::size_t>(r) * n_ + column] = v;
+            columnSums[column] += std::fabs(v);
         });
 }
 

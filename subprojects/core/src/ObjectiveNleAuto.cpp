@@ -6,8 +6,8 @@
 #include <tarvo/utility/Log.h>
 #include <tarvo/value/ActiveContext.h>
 
+#include <algorithm>
 #include <cassert>
-#include <optional>
 #include <utility>
 
 namespace {
@@ -27,41 +27,68 @@ void ObjectiveNleAuto::operator()(double* x, double* y, Jacobian* J) {
 }
 
 namespace {
-// One direction per unknown, each unknown the independent variable of its own, for the lifetime of the
-// object: the unknowns are released and the context popped however the evaluation ends.
+// A Jacobian of up to this many blocks of the dense store's directions may be evaluated block by block:
+// each block is one evaluation of the model whose derivatives sit inside the numbers, where the sparse
+// store of all directions at once allocates at every step of the arithmetic. A 4-component flash
+// (9 unknowns) takes two blocks in about half the time of one sparse evaluation; beyond a few blocks the
+// repeated values cost more than the allocations save.
+constexpr unsigned maxBlocks = 2;
+
+// One direction per unknown of the block [first, first + count), each unknown the independent variable of
+// its own, for the lifetime of the object: the unknowns are released and the context popped however the
+// evaluation ends.
 class Seeding {
 public:
-    explicit Seeding(ObjectiveNleAuto& objective) : objective_(objective), scope_(static_cast<int>(objective.size())) {
-        for (unsigned i = 0; i < objective.size(); ++i)
-            if (Value* u = objective.unknown(i)) u->active().setActive(static_cast<int>(i));
+    Seeding(ObjectiveNleAuto& objective, unsigned first, unsigned count)
+        : objective_(objective), first_(first), count_(count), scope_(static_cast<int>(count)) {
+        for (unsigned i = first; i < first + count; ++i)
+            if (Value* u = objective.unknown(i)) u->active().setActive(static_cast<int>(i - first));
     }
-    ~Seeding() { objective_.inactivate(); }
+    ~Seeding() {
+        for (unsigned i = first_; i < first_ + count_; ++i)
+            if (Value* u = objective_.unknown(i)) u->active().inactivate(static_cast<int>(i - first_));
+    }
     Seeding(const Seeding&) = delete;
     Seeding& operator=(const Seeding&) = delete;
 
 private:
     ObjectiveNleAuto& objective_;
+    unsigned first_, count_;
     ActiveContext::Scope scope_;
 };
 } // namespace
+
+unsigned ObjectiveNleAuto::blockSize_(const Jacobian& J) const {
+    const unsigned n = size(), dense = Active::ndense;
+    return blocks_ && !J.sparse() && n > dense && n <= maxBlocks * dense ? dense : n;
+}
 
 void ObjectiveNleAuto::evaluate_(double* x, double* y, Jacobian* J) {
     modelAtPoint_ = false;
     // The numbers are written before the seeding, while no unknown is an independent variable: an active
     // unknown is read-only.
     setPoint_(x);
-    std::optional<Seeding> seeding;
-    if (J) seeding.emplace(*this);
-    fillResiduals_();
     const unsigned n = size();
-    for (unsigned i = 0; i < n; ++i)
-        y[i] = residuals[i].toDouble();
     if (!J) {
+        fillResiduals_();
+        for (unsigned i = 0; i < n; ++i)
+            y[i] = residuals[i].toDouble();
         modelAtPoint_ = true;
         return;
     }
     assert(n == J->size());
-    J->fill(residuals, columnFactors_(x), columnSums_);
+    const double* factors = columnFactors_(x);
+    const unsigned block = blockSize_(*J);
+    for (unsigned first = 0; first < n; first += block) {
+        const Seeding seeding(*this, first, std::min(block, n - first));
+        fillResiduals_();
+        if (block == n)
+            J->fill(residuals, factors, columnSums_);
+        else
+            J->fillColumns(first, residuals, factors, columnSums_);
+    }
+    for (unsigned i = 0; i < n; ++i)
+        y[i] = residuals[i].toDouble();
     for (unsigned i = 0; i < n; ++i) {
         if (columnSums_[i] == 0) {
             TARVO_LOG(2) << "In the Jacobian of " << name_ << ", unknown "
@@ -105,11 +132,6 @@ void ObjectiveNleAuto::setUnknowns(const double* x) {
     // Active assignment: the number changes, the units stay.
     for (unsigned i = 0; i < xp_.size(); ++i)
         if (xp_[i]) xp_[i]->active() = x[i];
-}
-
-void ObjectiveNleAuto::inactivate() {
-    for (unsigned i = 0; i < xp_.size(); ++i)
-        if (xp_[i]) xp_[i]->active().inactivate(static_cast<int>(i));
 }
 
 void ObjectiveNleAuto::clearderivatives() {

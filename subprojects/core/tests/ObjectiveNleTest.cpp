@@ -51,7 +51,53 @@ public:
     int local = 0;
 };
 
+// Every residual on every unknown, r_i = x_i s + exp(x_{i+1}) with s = sum_j x_j (the last unknown
+// followed by the first), optionally evaluated in blocks of directions.
+class Coupled : public ObjectiveNleAuto {
+public:
+    Coupled(unsigned n, bool blocks) : ObjectiveNleAuto("coupled"), x(n, Value(0.0)) {
+        for (Value& v : x) addUnknown(&v, "x");
+        if (blocks) evaluateInBlocks();
+    }
+    int calculateResiduals(std::vector<Value>& r, uint32_t offset) override {
+        ++evaluations;
+        Value s = 0.0;
+        for (const Value& v : x) s += v;
+        for (std::size_t i = 0; i < x.size(); ++i) r[offset + i] = x[i] * s + exp(x[(i + 1) % x.size()]);
+        return static_cast<int>(x.size());
+    }
+    std::vector<Value> x;
+    int evaluations = 0;
+};
+
 } // namespace
+
+// In blocks or in one evaluation, the Jacobian is the one of the closed form
+//     dr_i/dx_j = x_i + [i == j] s + [j == i + 1] exp(x_j),
+// for systems that fill one block of the dense store, two, and more than blocks are taken for.
+TEST(ObjectiveNleAuto, JacobianInBlocksEqualsTheClosedForm) {
+    for (const unsigned n : {4u, 9u, 10u, 12u}) {
+        for (const bool blocks : {false, true}) {
+            Coupled c(n, blocks);
+            std::vector<double> x(n), y(n);
+            double s = 0;
+            for (unsigned i = 0; i < n; ++i) s += x[i] = 0.1 * (i + 1) - 0.35;
+            Jacobian J(n);
+            c(x.data(), y.data(), &J);
+            for (unsigned i = 0; i < n; ++i) {
+                const unsigned next = (i + 1) % n;
+                EXPECT_NEAR(y[i], x[i] * s + std::exp(x[next]), 1e-14) << n << " " << i;
+                for (unsigned j = 0; j < n; ++j) {
+                    const double expected = x[i] + (i == j ? s : 0) + (j == next ? std::exp(x[j]) : 0);
+                    EXPECT_NEAR(J(i, j), expected, 1e-14) << n << " (" << i << ", " << j << ")";
+                }
+            }
+            // Two blocks of five directions for 9 and 10 unknowns; one evaluation otherwise.
+            EXPECT_EQ(c.evaluations, blocks && (n == 9 || n == 10) ? 2 : 1) << n;
+            EXPECT_FALSE(c.x[n - 1].active().active());
+        }
+    }
+}
 
 TEST(ObjectiveNleAuto, InitSkipsUnknownsWithoutValue) {
     Value a(1.5), c(-2.0);

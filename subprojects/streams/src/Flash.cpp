@@ -16,7 +16,9 @@ constexpr int verbosityFile = -1;
 } // namespace
 
 Flash::Flash(std::string name)
-    : ObjectiveNleAd(std::move(name)), fluidZ_(NCOMPONENTS, zero), solidX_(NCOMPONENTS, zero) {}
+    : ObjectiveNleAd(std::move(name)), fluidZ_(NCOMPONENTS, zero), solidX_(NCOMPONENTS, zero) {
+    evaluateInBlocks();
+}
 
 void Flash::unsupportedMode(const std::string& function, const FlashMode& fm) const {
     throw ErrorSmartEnum(function, "Flash mode", SmartEnumerator<FlashMode>::item(fm).name());

@@ -44,6 +44,10 @@ public:
     // direction j times factors[j] (1 without factors). One pass over the stored derivatives; the sparse
     // form keeps only non-zeros. columnSums[j] receives the sum of the absolute values of column j.
     void fill(const std::vector<Value>& residuals, const double* factors, std::vector<double>& columnSums);
+    // The dense form's columns from `first` on, column first + j from direction j, for a Jacobian whose
+    // columns come in blocks of directions; columnSums as for fill, of these columns.
+    void fillColumns(unsigned first, const std::vector<Value>& residuals, const double* factors,
+                     std::vector<double>& columnSums);
     // out = transpose(J) * v.
     void multiplyTransposed(const double* v, double* out) const;
 

@@ -30,8 +30,6 @@ public:
     bool init(double* x);
     // Assigns x[i] to unknown i and zeroes its derivatives.
     void setUnknowns(const double* x);
-    // Ends every unknown's role as independent variable of its direction.
-    void inactivate();
     void clearderivatives();
     // Adds to r[offset + i] a zero that carries the derivatives of unknown i: a residual that is switched
     // off keeps a unit diagonal, so the system stays square and regular. Returns size().
@@ -54,6 +52,10 @@ protected:
     // One evaluation: y from the residuals at x and, with J, the Jacobian from one direction per unknown.
     // The derivative context of J lives only as long as the evaluation, also when model code throws.
     void evaluate_(double* x, double* y, Jacobian* J);
+    // Lets a small Jacobian come from a few evaluations, each with the directions of a block of unknowns,
+    // for residuals whose code does not look at their derivatives: a residual may depend on no unknown of
+    // a block.
+    void evaluateInBlocks() { blocks_ = true; }
 
 public:
     virtual unsigned int size() const;
@@ -77,6 +79,9 @@ private:
     std::vector<std::string> labels_;
     std::vector<double> columnSums_; // kept between evaluations, so that a Jacobian allocates nothing
     bool modelAtPoint_ = false;      // the last evaluation, without derivatives, completed at the unknowns' point
+    bool blocks_ = false;
+    // The directions of one evaluation of the Jacobian J.
+    unsigned blockSize_(const Jacobian& J) const;
 };
 
 #endif
