@@ -36,6 +36,18 @@ void addScaled(Active& sum, double c, const Active& term) {
     sum = Active::combine(sum.val() + c * term.val(), 1, sum, c, term);
 }
 
+// The pressure of the shared form at the reduced density y = b / v, and its slope in y: in Values for the
+// flash, in numbers for the iteration of a density alone.
+template <typename N> N pressureAt(const N& y, const N& RT, const N& a, const N& b, double delta1, double delta2) {
+    return RT * y / (b * (1.0 - y)) - a * y * y / (b * b * (1.0 + delta1 * y) * (1.0 + delta2 * y));
+}
+
+template <typename N> N slopeAt(const N& y, const N& RT, const N& a, const N& b, double delta1, double delta2) {
+    const N gap = 1.0 - y;
+    const N product = (1.0 + delta1 * y) * (1.0 + delta2 * y);
+    return RT / (b * gap * gap) - a * y * (2.0 + (delta1 + delta2) * y) / (b * b * product * product);
+}
+
 // Whether a phase carries anything. One that does not takes the state of the equimolar mixture, rather
 // than a division by 0.
 bool carries(const Vector& x) {
@@ -131,17 +143,31 @@ void Interface::estimate(const Value& P, const Value& T, const Vector& x, PhaseT
 Value Interface::betac(const Vector&) const { return Value(betaCritical_); }
 
 Value Interface::pressure(const Value& reduced, const Value& T) const {
-    const Value& bm = Bmix;
-    return R * T * reduced / (bm * (1.0 - reduced)) -
-           Amix * reduced * reduced / (bm * bm * (1.0 + delta1 * reduced) * (1.0 + delta2 * reduced));
+    return pressureAt(reduced, R * T, Amix, Bmix, delta1, delta2);
 }
 
 Value Interface::dpdbeta(const Value& reduced, const Value& T) const {
-    const Value& bm = Bmix;
-    const Value gap = 1.0 - reduced;
-    const Value product = (1.0 + delta1 * reduced) * (1.0 + delta2 * reduced);
-    return R * T / (bm * gap * gap) -
-           Amix * reduced * (2.0 + (delta1 + delta2) * reduced) / (bm * bm * product * product);
+    return slopeAt(reduced, R * T, Amix, Bmix, delta1, delta2);
+}
+
+double Interface::plainResidual(double reduced, const Value& P, const Value& T, const Vector& x, PhaseType type) {
+    // The branch where the pressure is left unbent, in numbers: the iteration of a density evaluates it a
+    // few times at each step of a flash's start. A phase on the wrong side of betac, or where the pressure
+    // falls with the density, goes to the frame, which bends it.
+    const bool wrongSide = (type == PhaseType::vapor && reduced > betaCritical_) ||
+                           (type == PhaseType::liquid && reduced < betaCritical_);
+    if (!wrongSide) {
+        const double RT = R.toDouble() * T.toDouble(), a = Amix.toDouble(), b = Bmix.toDouble();
+        const double rise = slopeAt(reduced, RT, a, b, delta1, delta2);
+        // A fiftieth of the ideal gas's slope is the least that counts as stable, as in the frame.
+        if (rise - RT / b / 50.0 >= 0) {
+            beta = reduced;
+            corrected = false;
+            unbentSlope_ = rise;
+            return pressureAt(reduced, RT, a, b, delta1, delta2) / P.toDouble() - 1.0;
+        }
+    }
+    return EosInterface::plainResidual(reduced, P, T, x, type);
 }
 
 Value Interface::density(const Value& reduced) const { return reduced / Bmix; }

@@ -8,6 +8,7 @@
 #include <tarvo/value/ActiveContext.h>
 
 #include <cmath>
+#include <vector>
 
 // The cubic equations on the kernel's five species (CO2, CH4, H2O, N2, O2), against numbers worked out
 // here from the components' constants.
@@ -103,6 +104,40 @@ TEST_F(PhaseTest, VaporAtLowPressureApproachesTheIdealGas) {
             // Z = P / (rho R T) tends to 1.
             const double rho = phase->calculate_rho(p, T).toDouble();
             EXPECT_NEAR(P / (rho * gasConstant * 400.0), 1.0, 2e-7 * P) << type;
+        }
+    }
+}
+
+// Where the cubic has three roots, the liquid settles on the smallest volume and the vapor on the largest:
+// the roots of P = R T / (v - b) - a / ((v + delta1 b) (v + delta2 b)) found here by bisection between the
+// sign changes on a fine grid of v, from the mixture's a and b.
+TEST_F(PhaseTest, LiquidAndVaporSettleOnTheOuterRootsOfTheCubic) {
+    using Tarvo::Utility::PhaseType;
+    const double T = 330.0, P = 1e5;
+    const double x[] = {0.03, 0.02, 0.9, 0.03, 0.02}; // mostly water
+    for (const char* type : {"PhasePengRobinson<vapor>", "PhaseKwongRedlichSoave<vapor>", "PhaseVanDerWaals<vapor>"}) {
+        auto phase = make<Phase::Generic>(type);
+        for (int i = 0; i < NCOMPONENTS; ++i) phase->x[i] = x[i];
+        auto& eos = dynamic_cast<Phase::EosCubic::Interface&>(phase->model());
+        eos.precompute(Value(T, "K"), phase->x.value());
+        const double a = eos.Amix.toDouble(), b = eos.Bmix.toDouble();
+        const auto excess = [&](double v) {
+            return gasConstant * T / (v - b) - a / ((v + eos.delta1 * b) * (v + eos.delta2 * b)) - P;
+        };
+        std::vector<double> roots;
+        double v0 = b * (1 + 1e-6);
+        for (double v1 = v0 * 1.001; v1 < 10 * gasConstant * T / P; v0 = v1, v1 *= 1.001) {
+            if ((excess(v0) > 0) == (excess(v1) > 0)) continue;
+            double lo = v0, hi = v1;
+            for (int k = 0; k < 200; ++k) ((excess(0.5 * (lo + hi)) > 0) == (excess(lo) > 0) ? lo : hi) = 0.5 * (lo + hi);
+            roots.push_back(0.5 * (lo + hi));
+        }
+        ASSERT_EQ(roots.size(), 3u) << type;
+        for (const PhaseType kind : {PhaseType::liquid, PhaseType::vapor}) {
+            eos.settleDensity(Value(P, "Pa"), Value(T, "K"), phase->x.value(), kind);
+            const double v = b / eos.beta.toDouble(), expected = kind == PhaseType::liquid ? roots.front() : roots.back();
+            EXPECT_NEAR(v / expected, 1.0, 1e-10) << type << (kind == PhaseType::liquid ? " liquid" : " vapor");
+            EXPECT_FALSE(eos.corrected) << type;
         }
     }
 }

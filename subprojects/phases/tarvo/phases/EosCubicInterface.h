@@ -40,6 +40,7 @@ public:
     Value betac(const Vector& x) const override;
     Value pressure(const Value& reduced, const Value& T) const override;
     Value dpdbeta(const Value& reduced, const Value& T) const override;
+    double plainResidual(double reduced, const Value& P, const Value& T, const Vector& x, PhaseType type) override;
     Value density(const Value& reduced) const override;
     Value pseudoCriticalTemperature(const Vector& x) const override;
 

@@ -55,10 +55,13 @@ public:
     static constexpr double betaHigh = 1.0;
     static constexpr double betaLow = 0.0;
 
-private:
-    // dP/dbeta at beta in the last calculatePressureEos_ of this frame, where it left the pressure unbent,
-    // and NaN otherwise: the slope of the residual for settleDensity, without a second evaluation.
+protected:
+    // dP/dbeta at beta in the last calculatePressureEos_ of this frame, or plainResidual, where it left the
+    // pressure unbent, and NaN otherwise: the slope of the residual for settleDensity, without a second
+    // evaluation.
     double unbentSlope_ = std::numeric_limits<double>::quiet_NaN();
+
+private:
     // The state of the last settleDensity and the root it found there, with the slope of the residual.
     struct Settled {
         double P = 0;
