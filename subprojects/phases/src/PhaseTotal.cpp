@@ -9,7 +9,8 @@ PhaseTotal::PhaseTotal(const Defaults& defaults, uint32_t id, Persistency* persi
 template <typename Visit> void PhaseTotal::forEachPhase_(const char* function, Visit visit) const {
     if (!stream_) throw ErrorRunTime(function, "total phase " + tag() + " is not linked to a stream");
     for (Phase::Mass* phase : stream_->phases()) {
-        if (dynamic_cast<Phase::Total*>(phase)) continue;
+        // The stream's total is this one, which a stream has once: a cast to tell it costs more than a sum.
+        if (phase == static_cast<const Phase::Mass*>(this)) continue;
         const Value& f = stream_->phaseFraction(*phase);
         if (f.toDouble() <= 0) continue;
         auto* properties = dynamic_cast<Phase::MassMolarProperties*>(phase);
