@@ -122,6 +122,8 @@ CREATE TABLE IF NOT EXISTS SVV (
 );
 -- Indexes on the links: reads, updates and block removals select by owner, never the whole table.
 CREATE INDEX IF NOT EXISTS N_PARENT_IDX ON N (PARENT);
+-- Removing a node checks that no node names it as its root: without this, a scan of every node per node.
+CREATE INDEX IF NOT EXISTS N_ROOT_IDX ON N (ROOT);
 -- A new tree's block starts past the largest end of a block: one index lookup, not a scan of every node.
 CREATE INDEX IF NOT EXISTS N_END_IDX ON N ((ID + RANGE));
 CREATE INDEX IF NOT EXISTS I_NID_IDX ON I (NID, TAG);
