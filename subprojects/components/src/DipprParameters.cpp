@@ -11,7 +11,8 @@ ParameterDippr7::ParameterDippr7(double A, double B, double C, double D, double 
 }
 
 double ParameterVolp::eval(double x) const {
-    assert(x > 0.0);
+    // A temperature at or below 0 K has no logarithm: NaN, which a solver's step backs off from.
+    if (!(x > 0.0)) return std::nan("");
     const double l = std::log(x);
     double sum = 0.0;
     for (auto c = c_.rbegin(); c != c_.rend(); ++c)
@@ -21,7 +22,7 @@ double ParameterVolp::eval(double x) const {
 
 Value ParameterVolp::eval(const Value& x) const {
     x.dimensionless(__PRETTY_FUNCTION__);
-    assert(x.toDouble() > 0.0);
+    if (!(x.toDouble() > 0.0)) return Value(Active::chain(std::nan(""), std::nan(""), x.active()));
     const double l = std::log(x.toDouble());
     double sum = 0.0, slope = 0.0; // the polynomial and its derivative in ln x, by Horner
     for (auto c = c_.rbegin(); c != c_.rend(); ++c) {

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 using namespace componentTests;
 
 TEST(RouteHeatVaporVolp, HeatCapacityEnthalpyAndEntropy) {
@@ -22,6 +24,11 @@ TEST(RouteHeatVaporVolp, HeatCapacityEnthalpyAndEntropy) {
     EXPECT_NEAR(forwardDerivative(cpv, 500, "K"), centralDifference(cpv, 500, 1e-3, "K"), 1e-6);
     EXPECT_NEAR(forwardDerivative([&](const Value& T) { return water.hv(T, P0); }, 500, "K"),
                 water.cpv(K(500), P0).toDouble(), 1e-8);
+    // At and below 0 K, where a solver's trial step may land, no number: NaN, not an abort.
+    for (const double T : {0.0, -50.0}) {
+        EXPECT_TRUE(std::isnan(water.cpv(K(T), P0).toDouble())) << T;
+        EXPECT_TRUE(std::isnan(water.hv(K(T), P0).toDouble())) << T;
+    }
 }
 
 TEST(RouteVolumeLiquidWater, SaturatedDensitiesOfIapws95) {
