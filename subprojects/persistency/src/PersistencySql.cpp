@@ -108,8 +108,8 @@ std::unique_ptr<StoreBlock> PersistencySql::loadBlock(int id) {
         children.push_back({row[5], row[0], row[4]}); // PARENT, ID, TYPE
     }
     auto block = std::make_unique<StoreBlock>(id, id + range);
-    block->rows("N", id, [&] { return std::move(nodes); });
-    block->rows("children", id, [&] { return std::move(children); });
+    block->rows("N", id, [&](int, int) { return std::move(nodes); });
+    block->rows("children", id, [&](int, int) { return std::move(children); });
     return block;
 }
 
@@ -132,23 +132,23 @@ StoreBlock& PersistencySql::updateBlock(int id) {
 
 const SqlRows& PersistencySql::scalarRows(int id, const char* table, const std::string& sql) {
     StoreBlock& block = readBlock(id);
-    return block.rows(table, id, [&] {
-        return query(sqlFormat(sql.c_str(), block.first(), block.last()), std::string("read ") + table);
+    return block.rows(table, id, [&](int first, int last) {
+        return query(sqlFormat(sql.c_str(), first, last), std::string("read ") + table);
     });
 }
 
 const SqlRows& PersistencySql::vectorRows(StoreBlock& block, int id, const char* table, const char* link,
                                           bool flags) {
-    return block.rows(table, id, [&] {
+    return block.rows(table, id, [&](int first, int last) {
         return query(sqlFormat(dialect_.selectVectors.c_str(), flags ? ", V.INPUT, V.OUTPUT" : "", table, table, link,
-                               block.first(), block.last()),
+                               first, last),
                      std::string("read ") + table);
     });
 }
 
 void PersistencySql::retrieveObject(int id, std::string& uuid, std::string& tag, std::string& description,
                                     std::string& type, int& parent, int& root, double& created, double& updated) {
-    const SqlRows& rows = readBlock(id).rows("N", id, [] { return SqlRows(); });
+    const SqlRows& rows = readBlock(id).rows("N", id, [](int, int) { return SqlRows(); });
     if (rows.empty()) fail(__PRETTY_FUNCTION__, "can't find in N");
     uuid = textOf(rows.front()[1]);
     nodeFields(rows.front(), 2, tag, description, type, parent, root, created, updated);
@@ -167,7 +167,7 @@ void PersistencySql::nodeFields(const SqlRow& row, std::size_t tagColumn, std::s
 
 void PersistencySql::retrieveChildren(int id, std::vector<std::pair<int, std::string>>& children) {
     children.clear();
-    for (const SqlRow& row : readBlock(id).rows("children", id, [] { return SqlRows(); }))
+    for (const SqlRow& row : readBlock(id).rows("children", id, [](int, int) { return SqlRows(); }))
         if (integerOf(row[1]) != id) children.emplace_back(integerOf(row[1]), textOf(row[2])); // a root is its own parent
 }
 
@@ -350,7 +350,7 @@ void PersistencySql::readVectors(int id, const Map& items, const char* table, co
 }
 
 // A vector of unchanged size is rewritten in place, element i into the value row of the i-th smallest
-// ID; a vector that changed size is written anew, after which the block reads the table again.
+// ID; a vector that changed size is written anew, after which the block reads that node's rows of the table again.
 template <typename Map, typename Parameter>
 void PersistencySql::updateVectors(int id, const Map& items, const char* table, const char* link,
                                    Parameter parameter) {
@@ -389,7 +389,7 @@ void PersistencySql::updateVectors(int id, const Map& items, const char* table, 
             rewritten = true;
         }
     });
-    if (rewritten) block.forget(table);
+    if (rewritten) block.forget(table, id);
     inPlace.reset();
     values.reset();
     pop_transaction();

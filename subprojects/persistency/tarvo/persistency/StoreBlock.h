@@ -3,7 +3,9 @@
 
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 using SqlRow = std::vector<std::optional<std::string>>;
@@ -20,16 +22,24 @@ public:
     int first() const { return first_; }
     int last() const { return last_; }
 
-    // The rows of `table` that belong to node id. The first time a table is asked for, `load` gives all
-    // its rows in the block, each with the owning node in its first column.
+    // The rows of `table` that belong to node id. The first time a table is asked for, load(first, last)
+    // gives all its rows of the nodes [first, last) of the block, each with the owning node in its first
+    // column; a node forgotten since is loaded again alone, as load(id, id + 1).
     template <typename Load> const SqlRows& rows(const std::string& table, int id, Load load) {
         auto it = tables_.find(table);
-        if (it == tables_.end()) it = tables_.emplace(table, group(load())).first;
-        const auto node = it->second.find(id);
-        return node == it->second.end() ? none() : node->second;
+        if (it == tables_.end()) it = tables_.emplace(table, group(load(first_, last_))).first;
+        std::map<int, SqlRows>& nodes = it->second;
+        if (stale_.erase({table, id})) {
+            std::map<int, SqlRows> fresh = group(load(id, id + 1));
+            nodes.erase(id);
+            if (!fresh.empty()) nodes[id] = std::move(fresh.begin()->second);
+        }
+        const auto node = nodes.find(id);
+        return node == nodes.end() ? none() : node->second;
     }
-    // Makes the next request for `table` load it again.
-    void forget(const std::string& table) { tables_.erase(table); }
+    // Makes the next request for the rows of node id in `table` load them again: those of a vector written
+    // anew, whose value rows have new IDs. The other nodes' rows stay.
+    void forget(const std::string& table, int id) { stale_.emplace(table, id); }
 
 private:
     static std::map<int, SqlRows> group(SqlRows rows);
@@ -37,6 +47,7 @@ private:
 
     int first_, last_;
     std::map<std::string, std::map<int, SqlRows>> tables_;
+    std::set<std::pair<std::string, int>> stale_;
 };
 
 #endif
