@@ -1,7 +1,9 @@
 #include <tarvo/components/ListComponents.h>
 #include <tarvo/phases/EosCubicInterface.h>
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 
 using Tarvo::Utility::PhaseType;
 
@@ -46,6 +48,50 @@ template <typename N> N slopeAt(const N& y, const N& RT, const N& a, const N& b,
     const N gap = 1.0 - y;
     const N product = (1.0 + delta1 * y) * (1.0 + delta2 * y);
     return RT / (b * gap * gap) - a * y * (2.0 + (delta1 + delta2) * y) / (b * b * product * product);
+}
+
+// The integral of 1 / ((v + delta1 b) (v + delta2 b)) from v to infinity.
+template <typename N> N attractionIntegral(const N& v, const N& b, double delta1, double delta2) {
+    using std::log;
+    if (delta1 == delta2) return 1.0 / (v + delta1 * b);
+    return log((v + delta1 * b) / (v + delta2 * b)) / ((delta1 - delta2) * b);
+}
+
+// ln phi_i = perCovolume b_i + repulsion - perRootA sqrt(a_i) at molar volume v, for a mixture of a = q^2 and
+// b: the parts common to all components, taken once.
+template <typename N> struct FugacityParts {
+    N perCovolume, repulsion, perRootA;
+};
+template <typename N>
+FugacityParts<N> fugacityParts(const N& P, const N& RT, const N& a, const N& q, const N& b, const N& v,
+                               double delta1, double delta2) {
+    using std::log;
+    const N Z = P * v / RT;
+    const N attraction = a * attractionIntegral(v, b, delta1, delta2) / RT;
+    // -ln(Z (1 - b / v)), written with v - b.
+    return {(Z - 1.0 + attraction) / b, -log(P * (v - b) / RT), 2.0 * attraction / q};
+}
+
+// The real roots of Z^3 + c2 Z^2 + c1 Z + c0. The largest by Newton's method from above all roots (Cauchy's
+// bound), where the cubic rises and is convex, so that the steps fall onto the root without overshooting; the
+// other two, if real, from the quadratic that remains, each finished by a Newton step on the cubic.
+std::vector<double> cubicRoots(double c2, double c1, double c0) {
+    const auto cubic = [&](double z) { return ((z + c2) * z + c1) * z + c0; };
+    const auto slope = [&](double z) { return (3 * z + 2 * c2) * z + c1; };
+    double largest = 1 + std::max({std::fabs(c2), std::fabs(c1), std::fabs(c0)});
+    for (int k = 0; k < 200; ++k) {
+        const double next = largest - cubic(largest) / slope(largest);
+        if (!(next < largest)) break; // no longer falling: converged to the rounding
+        largest = next;
+    }
+    // Z^2 + p Z + q, the cubic divided by (Z - largest).
+    const double p = c2 + largest, q = c1 + largest * p;
+    const double half = -p / 2, discriminant = half * half - q;
+    if (!(discriminant >= 0)) return {largest};
+    std::vector<double> roots{half - std::sqrt(discriminant), half + std::sqrt(discriminant), largest};
+    for (int i = 0; i < 2; ++i)
+        if (slope(roots[i]) != 0) roots[i] -= cubic(roots[i]) / slope(roots[i]);
+    return roots;
 }
 
 // Whether a phase carries anything. One that does not takes the state of the equimolar mixture, rather
@@ -198,25 +244,52 @@ Value Interface::deosdT(const Value& v, const Value&) const {
     return R / (v - Bmix) - dAmixdT / ((v + delta1 * Bmix) * (v + delta2 * Bmix));
 }
 
-Value Interface::attraction_(const Value& v) const {
-    if (delta1 == delta2) return 1.0 / (v + delta1 * Bmix);
-    return log((v + delta1 * Bmix) / (v + delta2 * Bmix)) / ((delta1 - delta2) * Bmix);
-}
+Value Interface::attraction_(const Value& v) const { return attractionIntegral(v, Bmix, delta1, delta2); }
 
 void Interface::preparefugacity_eos(const Value& P, const Value& T, std::vector<Value>& lnphi) const {
-    const Value v = Bmix / beta;
-    const Value RT = R * T;
-    const Value Z = P * v / RT;
-    // -ln(Z (1 - b / v)), written with the stored density in place of v.
-    const Value repulsion = -log(P * (v - Bmix) / RT);
-    const Value attraction = Amix * attraction_(v) / RT;
-    const Value q = sqrt(Amix / attractiveUnit());
-    // ln phi_i = (b_i / b) (Z - 1 + attraction) + repulsion - 2 attraction sqrt(a_i) / q, with the parts
-    // common to all components taken once: in a flash's Jacobian each step allocates its derivatives.
-    const Value perCovolume = (Z - 1.0 + attraction) / Bmix;
-    const Value perRootA = 2.0 * attraction / q;
+    const FugacityParts<Value> parts =
+        fugacityParts(P, R * T, Amix, sqrt(Amix / attractiveUnit()), Bmix, Bmix / beta, delta1, delta2);
     for (int i = 0; i < NCOMPONENTS; ++i)
-        lnphi[i] = perCovolume * constants(i).covolume + repulsion - perRootA * rootA_[i];
+        lnphi[i] = parts.perCovolume * constants(i).covolume + parts.repulsion - parts.perRootA * rootA_[i];
+}
+
+bool Interface::lnPhiOfRoot(double P, double T, const std::vector<double>& x, PhaseType type,
+                            std::vector<double>& lnphi) const {
+    // The one-fluid sums as precompute takes them, in numbers.
+    bool mixture = false;
+    for (const double f : x) mixture = mixture || f > 0;
+    const std::vector<std::array<double, 4>>& attractions = attractionsAt_(T);
+    double s = 0, q = 0, b = 0;
+    for (int i = 0; i < NCOMPONENTS; ++i) {
+        const double f = mixture ? x[i] : 1.0;
+        if (!(f > 0)) continue;
+        s += f;
+        q += f * attractions[i][0];
+        b += f * constants(i).b;
+    }
+    q /= s;
+    b /= s;
+    const double a = q * q, RT = R.toDouble() * T, A = a * P / (RT * RT), B = b * P / RT;
+    // P = R T / (v - b) - a / ((v + delta1 b) (v + delta2 b)) in Z = P v / (R T), with u = delta1 + delta2 and
+    // w = delta1 delta2: Z^3 + ((u - 1) B - 1) Z^2 + (A + (w - u) B^2 - u B) Z - (A B + w B^2 + w B^3) = 0.
+    const double u = delta1 + delta2, w = delta1 * delta2;
+    const std::vector<double> roots =
+        cubicRoots((u - 1) * B - 1, A + (w - u) * B * B - u * B, -(A * B + w * B * B + w * B * B * B));
+    const bool liquid = type == PhaseType::liquid;
+    double Z = liquid ? std::numeric_limits<double>::infinity() : 0.0;
+    for (const double root : roots)
+        if (root > B) Z = liquid ? std::min(Z, root) : std::max(Z, root);
+    if (!(Z > B) || !std::isfinite(Z)) return false;
+    // Only a root that settleDensity leaves unbent is the one the Values take: on the side of betac of its
+    // type, where the pressure rises with the density by at least a fiftieth of the ideal gas's slope.
+    const double reduced = B / Z;
+    if ((type == PhaseType::vapor && reduced > betaCritical_) || (liquid && reduced < betaCritical_)) return false;
+    if (slopeAt(reduced, RT, a, b, delta1, delta2) - RT / b / 50.0 < 0) return false;
+    const FugacityParts<double> parts = fugacityParts(P, RT, a, q, b, Z * RT / P, delta1, delta2);
+    lnphi.resize(NCOMPONENTS);
+    for (int i = 0; i < NCOMPONENTS; ++i)
+        lnphi[i] = parts.perCovolume * constants(i).b + parts.repulsion - parts.perRootA * attractions[i][0];
+    return true;
 }
 
 Value Interface::enthalpyDeparture(const Value& P, const Value& T) const {

@@ -8,6 +8,7 @@
 #include <tarvo/value/ActiveContext.h>
 
 #include <cmath>
+#include <string>
 #include <vector>
 
 // The cubic equations on the kernel's five species (CO2, CH4, H2O, N2, O2), against numbers worked out
@@ -129,15 +130,56 @@ TEST_F(PhaseTest, LiquidAndVaporSettleOnTheOuterRootsOfTheCubic) {
         for (double v1 = v0 * 1.001; v1 < 10 * gasConstant * T / P; v0 = v1, v1 *= 1.001) {
             if ((excess(v0) > 0) == (excess(v1) > 0)) continue;
             double lo = v0, hi = v1;
-            for (int k = 0; k < 200; ++k) ((excess(0.5 * (lo + hi)) > 0) == (excess(lo) > 0) ? lo : hi) = 0.5 * (lo + hi);
+            for (int k = 0; k < 200; ++k) {
+                const double mid = 0.5 * (lo + hi);
+                ((excess(mid) > 0) == (excess(lo) > 0) ? lo : hi) = mid;
+            }
             roots.push_back(0.5 * (lo + hi));
         }
         ASSERT_EQ(roots.size(), 3u) << type;
         for (const PhaseType kind : {PhaseType::liquid, PhaseType::vapor}) {
             eos.settleDensity(Value(P, "Pa"), Value(T, "K"), phase->x.value(), kind);
-            const double v = b / eos.beta.toDouble(), expected = kind == PhaseType::liquid ? roots.front() : roots.back();
+            const double v = b / eos.beta.toDouble();
+            const double expected = kind == PhaseType::liquid ? roots.front() : roots.back();
             EXPECT_NEAR(v / expected, 1.0, 1e-10) << type << (kind == PhaseType::liquid ? " liquid" : " vapor");
             EXPECT_FALSE(eos.corrected) << type;
+        }
+    }
+}
+
+// ln phi in numbers, which a flash's start takes, is that of the phase's Values on the same root: where the
+// cubic has three roots, for the liquid and the vapor; and it is refused where the Values bend the pressure,
+// a liquid at a state that has only a vapor root.
+TEST_F(PhaseTest, LnPhiInNumbersIsThatOfTheValuesOrRefused) {
+    using Tarvo::Utility::PhaseType;
+    struct State {
+        double T, P;
+        std::vector<double> x;
+        bool liquidRoot;
+    };
+    const State states[] = {{330.0, 1e5, {0.03, 0.02, 0.9, 0.03, 0.02}, true},
+                            {400.0, 1e3, {0.2, 0.3, 0.1, 0.25, 0.15}, false}};
+    for (const char* equation : {"PhasePengRobinson", "PhaseKwongRedlichSoave", "PhaseVanDerWaals"}) {
+        for (const State& state : states) {
+            for (const PhaseType kind : {PhaseType::liquid, PhaseType::vapor}) {
+                const bool liquid = kind == PhaseType::liquid;
+                auto phase = make<Phase::Generic>(std::string(equation) + (liquid ? "<liquid>" : "<vapor>"));
+                for (int i = 0; i < NCOMPONENTS; ++i) phase->x[i] = state.x[i];
+                std::vector<double> lnphi;
+                const bool answered = phase->lnPhiInNumbers(state.P, state.T, state.x, lnphi);
+                const std::string where =
+                    std::string(equation) + (liquid ? " liquid at " : " vapor at ") + std::to_string(state.T) + " K";
+                if (liquid && !state.liquidRoot) {
+                    EXPECT_FALSE(answered) << where;
+                    continue;
+                }
+                ASSERT_TRUE(answered) << where;
+                const Value P(state.P, "Pa"), T(state.T, "K");
+                dynamic_cast<Phase::EosInterface&>(phase->model()).settleDensity(P, T, phase->x.value(), kind);
+                phase->preparefugacity(P, T);
+                for (int i = 0; i < NCOMPONENTS; ++i)
+                    EXPECT_NEAR(lnphi[i], phase->fugacity(i).toDouble(), 1e-11) << where << ", component " << i;
+            }
         }
     }
 }

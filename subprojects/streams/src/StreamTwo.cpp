@@ -133,15 +133,29 @@ template <typename F> void StreamTwo<F>::substitute_(const double* fraction) {
     // added at once (dominant eigenvalue extrapolation).
     std::vector<double> step(NCOMPONENTS, 0.0), before(NCOMPONENTS, 0.0);
     std::vector<Value> lnK(NCOMPONENTS);
+    std::vector<double> liquid(NCOMPONENTS), vapor(NCOMPONENTS), lnphiL, lnphiV;
+    const double P = FlashBase::P.toDouble(), T = FlashBase::T.toDouble();
     for (int k = 0; k < maxSubstitutions; ++k) {
-        pushSplit_(false);
-        this->settleDensities();
-        second_->preparefugacity(FlashBase::P, FlashBase::T);
-        first_->preparefugacity(FlashBase::P, FlashBase::T);
+        // Without derivatives to carry, phases that have ln phi in closed form give it in numbers; the
+        // phases' Values follow the split once, when the substitution ends.
+        bool numbers = Active::numdir() == 0;
+        if (numbers) {
+            for (int i = 0; i < NCOMPONENTS; ++i) {
+                liquid[i] = this->x[i].toDouble();
+                vapor[i] = this->y[i].toDouble();
+            }
+            numbers = second_->lnPhiInNumbers(P, T, liquid, lnphiL) && first_->lnPhiInNumbers(P, T, vapor, lnphiV);
+        }
+        if (!numbers) {
+            pushSplit_(false);
+            this->settleDensities();
+            second_->preparefugacity(FlashBase::P, FlashBase::T);
+            first_->preparefugacity(FlashBase::P, FlashBase::T);
+        }
         double change = 0, along = 0, across = 0;
         for (int i = 0; i < NCOMPONENTS; ++i) {
             if (components[i]->isSolid()) continue;
-            lnK[i] = second_->fugacity(i) - first_->fugacity(i);
+            lnK[i] = numbers ? Value(lnphiL[i] - lnphiV[i]) : second_->fugacity(i) - first_->fugacity(i);
             step[i] = lnK[i].toDouble() - std::log(this->kVL_[i].toDouble());
             change = std::max(change, std::fabs(step[i]));
             along += step[i] * step[i];

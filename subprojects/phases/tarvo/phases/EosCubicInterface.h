@@ -47,6 +47,8 @@ public:
     // At the stored beta and the last precompute: the logarithms of the fugacity coefficients of all
     // components, and the departures of enthalpy, entropy and heat capacity from the ideal gas at (T, P).
     virtual void preparefugacity_eos(const Value& P, const Value& T, std::vector<Value>& lnphi) const;
+    bool lnPhiOfRoot(double P, double T, const std::vector<double>& x, PhaseType type,
+                     std::vector<double>& lnphi) const override;
     Value enthalpyDeparture(const Value& P, const Value& T) const;
     Value entropyDeparture(const Value& P, const Value& T) const;
     Value heatCapacityDeparture(const Value& T) const;

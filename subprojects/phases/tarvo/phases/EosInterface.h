@@ -7,6 +7,7 @@
 #include <tarvo/value/Value.h>
 
 #include <limits>
+#include <vector>
 
 namespace Phase {
 
@@ -46,6 +47,13 @@ public:
     // The residual at beta = reduced in plain numbers, for the iteration of settleDensity. A model that keeps
     // no Values between its evaluations may drop the derivatives, which the iteration doesn't read.
     virtual double plainResidual(double reduced, const Value& P, const Value& T, const Vector& x, PhaseType type);
+
+    // ln phi at (P, T) in Pa and K for x in plain numbers, on the root of the phase's type, where the
+    // equation has it in closed form and settleDensity would settle there unbent; false otherwise.
+    virtual bool lnPhiOfRoot(double /*P*/, double /*T*/, const std::vector<double>& /*x*/, PhaseType /*type*/,
+                             std::vector<double>& /*lnphi*/) const {
+        return false;
+    }
 
     // The density unknown.
     Value beta{0.0};

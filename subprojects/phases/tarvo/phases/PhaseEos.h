@@ -21,6 +21,9 @@ public:
     const Value& calculate_H_(const Value& P, const Value& T, const Vector& x) const override;
     const Value& calculate_S_(const Value& P, const Value& T, const Vector& x) const override;
     const Value& calculate_Cp_(const Value& P, const Value& T, const Vector& x) const override;
+    bool lnPhiInNumbers(double P, double T, const std::vector<double>& x, std::vector<double>& lnphi) const override {
+        return this->lnPhiOfRoot(P, T, x, this->phaseType(), lnphi);
+    }
 
 private:
     // The sum of x: the departures count per kmol of the phase as the ideal sums do.

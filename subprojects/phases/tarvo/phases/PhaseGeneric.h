@@ -32,6 +32,10 @@ public:
     const Value& fugacity(int i) override;
     void prepare(const Value& T);
     void preparefugacity(const Value& P, const Value& T);
+    // The model's ln phi in plain numbers for the composition x, where it has them (see GenericInterface).
+    bool lnPhiInNumbers(double P, double T, const std::vector<double>& x, std::vector<double>& lnphi) const {
+        return model_->lnPhiInNumbers(P, T, x, lnphi);
+    }
     void setType(Tarvo::Utility::PhaseType type) override;
 
     Interface& model() const { return *model_; }

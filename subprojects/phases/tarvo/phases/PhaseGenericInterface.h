@@ -4,6 +4,8 @@
 #include <tarvo/utility/SmartEnumerator.h>
 #include <tarvo/value/Value.h>
 
+#include <vector>
+
 namespace Phase {
 
 // The plug of a thermodynamic model: a plain object that works on a pressure, a temperature and a
@@ -26,6 +28,13 @@ public:
     virtual const Value& calculate_Cp_(const Value& P, const Value& T, const Vector& x) const = 0;
     // The stored logarithm of the fugacity coefficient of component i.
     virtual const Value& fugacity(int i) const = 0;
+    // ln phi of every component at (P, T) in Pa and K for the composition x, in plain numbers, where the
+    // model has them in closed form on the state that its Values would take; false where it has not. For
+    // the iterations of a flash's start, which carry no derivatives.
+    virtual bool lnPhiInNumbers(double /*P*/, double /*T*/, const std::vector<double>& /*x*/,
+                                std::vector<double>& /*lnphi*/) const {
+        return false;
+    }
     virtual Value mu_(const Value& T, const Value& P, const Vector& x) const = 0;
     virtual Value kappa_(const Value& T, const Value& P, const Vector& x) const = 0;
     virtual Value sigma_(const Value& T, const Value& P, const Vector& x) const = 0;
