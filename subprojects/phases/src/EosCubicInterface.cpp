@@ -72,25 +72,30 @@ FugacityParts<N> fugacityParts(const N& P, const N& RT, const N& a, const N& q, 
     return {(Z - 1.0 + attraction) / b, -log(P * (v - b) / RT), 2.0 * attraction / q};
 }
 
-// The real roots of Z^3 + c2 Z^2 + c1 Z + c0. The largest by Newton's method from above all roots (Cauchy's
-// bound), where the cubic rises and is convex, so that the steps fall onto the root without overshooting; the
-// other two, if real, from the quadratic that remains, each finished by a Newton step on the cubic.
+// The real roots of Z^3 + c2 Z^2 + c1 Z + c0: those of the depressed cubic t^3 + p t + q, Z = t - c2 / 3, in
+// the trigonometric form where there are three and the hyperbolic one where there is one, each finished by
+// two Newton steps on the cubic.
 std::vector<double> cubicRoots(double c2, double c1, double c0) {
-    const auto cubic = [&](double z) { return ((z + c2) * z + c1) * z + c0; };
-    const auto slope = [&](double z) { return (3 * z + 2 * c2) * z + c1; };
-    double largest = 1 + std::max({std::fabs(c2), std::fabs(c1), std::fabs(c0)});
-    for (int k = 0; k < 200; ++k) {
-        const double next = largest - cubic(largest) / slope(largest);
-        if (!(next < largest)) break; // no longer falling: converged to the rounding
-        largest = next;
+    const double shift = c2 / 3, p = c1 - c2 * shift, q = (2 * c2 * c2 / 27 - c1 / 3) * c2 + c0;
+    std::vector<double> roots;
+    if (p < 0) {
+        const double scale = 2 * std::sqrt(-p / 3), c = 3 * q / (2 * p) * std::sqrt(-3 / p);
+        if (std::fabs(c) <= 1)
+            for (int k = 0; k < 3; ++k) roots.push_back(scale * std::cos(std::acos(c) / 3 - 2 * M_PI * k / 3));
+        else
+            roots.push_back(-std::copysign(scale, q) * std::cosh(std::acosh(std::fabs(c)) / 3));
+    } else if (p > 0) {
+        roots.push_back(-2 * std::sqrt(p / 3) * std::sinh(std::asinh(3 * q / (2 * p) * std::sqrt(3 / p)) / 3));
+    } else {
+        roots.push_back(std::cbrt(-q));
     }
-    // Z^2 + p Z + q, the cubic divided by (Z - largest).
-    const double p = c2 + largest, q = c1 + largest * p;
-    const double half = -p / 2, discriminant = half * half - q;
-    if (!(discriminant >= 0)) return {largest};
-    std::vector<double> roots{half - std::sqrt(discriminant), half + std::sqrt(discriminant), largest};
-    for (int i = 0; i < 2; ++i)
-        if (slope(roots[i]) != 0) roots[i] -= cubic(roots[i]) / slope(roots[i]);
+    for (double& z : roots) {
+        z -= shift;
+        for (int k = 0; k < 2; ++k) {
+            const double slope = (3 * z + 2 * c2) * z + c1;
+            if (slope != 0) z -= (((z + c2) * z + c1) * z + c0) / slope;
+        }
+    }
     return roots;
 }
 

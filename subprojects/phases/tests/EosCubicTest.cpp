@@ -147,18 +147,19 @@ TEST_F(PhaseTest, LiquidAndVaporSettleOnTheOuterRootsOfTheCubic) {
     }
 }
 
-// ln phi in numbers, which a flash's start takes, is that of the phase's Values on the same root: where the
-// cubic has three roots, for the liquid and the vapor; and it is refused where the Values bend the pressure,
-// a liquid at a state that has only a vapor root.
+// ln phi in numbers, which a flash's start takes, is that of the phase's Values on the same root, and it is
+// refused where the Values bend the pressure: three roots (mostly water at 330 K and 1 bar), only a vapor root
+// (400 K and 1 kPa), and only a liquid root with the cubic's loop above it (mostly CO2 at 250 K and 50 bar).
 TEST_F(PhaseTest, LnPhiInNumbersIsThatOfTheValuesOrRefused) {
     using Tarvo::Utility::PhaseType;
     struct State {
         double T, P;
         std::vector<double> x;
-        bool liquidRoot;
+        bool liquidRoot, vaporRoot;
     };
-    const State states[] = {{330.0, 1e5, {0.03, 0.02, 0.9, 0.03, 0.02}, true},
-                            {400.0, 1e3, {0.2, 0.3, 0.1, 0.25, 0.15}, false}};
+    const State states[] = {{330.0, 1e5, {0.03, 0.02, 0.9, 0.03, 0.02}, true, true},
+                            {400.0, 1e3, {0.2, 0.3, 0.1, 0.25, 0.15}, false, true},
+                            {250.0, 5e6, {0.9, 0.04, 0.0, 0.03, 0.03}, true, false}};
     for (const char* equation : {"PhasePengRobinson", "PhaseKwongRedlichSoave", "PhaseVanDerWaals"}) {
         for (const State& state : states) {
             for (const PhaseType kind : {PhaseType::liquid, PhaseType::vapor}) {
@@ -169,13 +170,15 @@ TEST_F(PhaseTest, LnPhiInNumbersIsThatOfTheValuesOrRefused) {
                 const bool answered = phase->lnPhiInNumbers(state.P, state.T, state.x, lnphi);
                 const std::string where =
                     std::string(equation) + (liquid ? " liquid at " : " vapor at ") + std::to_string(state.T) + " K";
-                if (liquid && !state.liquidRoot) {
+                if (!(liquid ? state.liquidRoot : state.vaporRoot)) {
                     EXPECT_FALSE(answered) << where;
                     continue;
                 }
                 ASSERT_TRUE(answered) << where;
                 const Value P(state.P, "Pa"), T(state.T, "K");
-                dynamic_cast<Phase::EosInterface&>(phase->model()).settleDensity(P, T, phase->x.value(), kind);
+                auto& eos = dynamic_cast<Phase::EosInterface&>(phase->model());
+                eos.settleDensity(P, T, phase->x.value(), kind);
+                EXPECT_FALSE(eos.corrected) << where;
                 phase->preparefugacity(P, T);
                 for (int i = 0; i < NCOMPONENTS; ++i)
                     EXPECT_NEAR(lnphi[i], phase->fugacity(i).toDouble(), 1e-11) << where << ", component " << i;
