@@ -201,24 +201,25 @@ Value Interface::dpdbeta(const Value& reduced, const Value& T) const {
     return slopeAt(reduced, R * T, Amix, Bmix, delta1, delta2);
 }
 
-double Interface::plainResidual(double reduced, const Value& P, const Value& T, const Vector& x, PhaseType type) {
-    // The branch where the pressure is left unbent, in numbers: the iteration of a density evaluates it a
-    // few times at each step of a flash's start. A phase on the wrong side of betac, or where the pressure
-    // falls with the density, goes to the frame, which bends it.
+double Interface::unbentSlopeAt(double reduced, PhaseType type, double RT, double a, double b) const {
     const bool wrongSide = (type == PhaseType::vapor && reduced > betaCritical_) ||
                            (type == PhaseType::liquid && reduced < betaCritical_);
-    if (!wrongSide) {
-        const double RT = R.toDouble() * T.toDouble(), a = Amix.toDouble(), b = Bmix.toDouble();
-        const double rise = slopeAt(reduced, RT, a, b, delta1, delta2);
-        // A fiftieth of the ideal gas's slope is the least that counts as stable, as in the frame.
-        if (rise - RT / b / 50.0 >= 0) {
-            beta = reduced;
-            corrected = false;
-            unbentSlope_ = rise;
-            return pressureAt(reduced, RT, a, b, delta1, delta2) / P.toDouble() - 1.0;
-        }
-    }
-    return EosInterface::plainResidual(reduced, P, T, x, type);
+    const double rise = slopeAt(reduced, RT, a, b, delta1, delta2);
+    // A fiftieth of the ideal gas's slope is the least that counts as stable, as in the frame.
+    if (wrongSide || !(rise - RT / b / 50.0 >= 0)) return std::numeric_limits<double>::quiet_NaN();
+    return rise;
+}
+
+double Interface::plainResidual(double reduced, const Value& P, const Value& T, const Vector& x, PhaseType type) {
+    // The branch where the pressure is left unbent, in numbers: the iteration of a density evaluates it a
+    // few times at each step of a flash's start. Elsewhere the frame bends it.
+    const double RT = R.toDouble() * T.toDouble(), a = Amix.toDouble(), b = Bmix.toDouble();
+    const double rise = unbentSlopeAt(reduced, type, RT, a, b);
+    if (std::isnan(rise)) return EosInterface::plainResidual(reduced, P, T, x, type);
+    beta = reduced;
+    corrected = false;
+    unbentSlope_ = rise;
+    return pressureAt(reduced, RT, a, b, delta1, delta2) / P.toDouble() - 1.0;
 }
 
 Value Interface::density(const Value& reduced) const { return reduced / Bmix; }
@@ -285,11 +286,8 @@ bool Interface::lnPhiOfRoot(double P, double T, const std::vector<double>& x, Ph
     for (const double root : roots)
         if (root > B) Z = liquid ? std::min(Z, root) : std::max(Z, root);
     if (!(Z > B) || !std::isfinite(Z)) return false;
-    // Only a root that settleDensity leaves unbent is the one the Values take: on the side of betac of its
-    // type, where the pressure rises with the density by at least a fiftieth of the ideal gas's slope.
-    const double reduced = B / Z;
-    if ((type == PhaseType::vapor && reduced > betaCritical_) || (liquid && reduced < betaCritical_)) return false;
-    if (slopeAt(reduced, RT, a, b, delta1, delta2) - RT / b / 50.0 < 0) return false;
+    // Only a root that settleDensity leaves unbent is the one the Values take.
+    if (std::isnan(unbentSlopeAt(B / Z, type, RT, a, b))) return false;
     const FugacityParts<double> parts = fugacityParts(P, RT, a, q, b, Z * RT / P, delta1, delta2);
     lnphi.resize(NCOMPONENTS);
     for (int i = 0; i < NCOMPONENTS; ++i)

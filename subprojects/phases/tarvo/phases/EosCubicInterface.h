@@ -87,6 +87,10 @@ protected:
 private:
     // The integral of 1 / ((v + delta1 b) (v + delta2 b)) from v to infinity.
     Value attraction_(const Value& v) const;
+    // dP/dbeta at the reduced density given, in numbers for R T, a and b, where settleDensity leaves the
+    // pressure there unbent: on the side of betac of the phase's type, rising with the density by at least a
+    // fiftieth of the ideal gas's slope. NaN elsewhere.
+    double unbentSlopeAt(double reduced, PhaseType type, double RT, double a, double b) const;
 
     // rootAttraction of every component at the temperature attractionT_: a flash asks for the same T many
     // times over while its compositions change.
