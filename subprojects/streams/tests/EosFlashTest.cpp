@@ -137,14 +137,21 @@ protected:
     }
 };
 
-class NaturalGasFlashTest : public NaturalGasComponentsTest, public ::testing::WithParamInterface<GasState> {};
+class NaturalGasFlashTest : public NaturalGasComponentsTest, public ::testing::WithParamInterface<GasState> {
+protected:
+    // A Peng-Robinson stream of 100 kmol/h of the natural gas at P in bar and T in K, by the flash `mode`.
+    static std::unique_ptr<Stream> naturalGasAt(double P, double T, const std::string& mode = "PT") {
+        auto s = make("StreamPengRobinsonLiquidVapor");
+        feed(*s, 100.0, naturalGas, P * 1e5, T, mode);
+        return s;
+    }
+};
 
 // PT, then PH and PS from the enthalpy and entropy found, each from the stream's default temperature:
 // the same state comes back, and the liquid is the denser phase wherever both are there.
 TEST_P(NaturalGasFlashTest, RoundTripsFromTheDefaultStart) {
     const GasState state = GetParam();
-    auto s = make("StreamPengRobinsonLiquidVapor");
-    feed(*s, 100.0, naturalGas, state.P * 1e5, state.T);
+    auto s = naturalGasAt(state.P, state.T);
     s->calculate(0);
     ASSERT_TRUE(s->errorList().empty()) << s->errorList().front();
     const double fraction = vaporFraction(*s);
@@ -153,8 +160,7 @@ TEST_P(NaturalGasFlashTest, RoundTripsFromTheDefaultStart) {
     }
     const double H = total(*s).H.toDouble(), S = total(*s).S.toDouble();
     for (const char* mode : {"PH", "PS"}) {
-        auto back = make("StreamPengRobinsonLiquidVapor");
-        feed(*back, 100.0, naturalGas, state.P * 1e5, 298.15, mode);
+        auto back = naturalGasAt(state.P, 298.15, mode);
         total(*back).H = Value(H, "J/kmol");
         total(*back).S = Value(S, "J/(kmol*K)");
         back->calculate(0);
@@ -168,12 +174,10 @@ TEST_P(NaturalGasFlashTest, RoundTripsFromTheDefaultStart) {
 // that its models keep from the first (densities, mixtures, K values) leads it elsewhere.
 TEST_P(NaturalGasFlashTest, FlashAfterAnotherStateEqualsAFreshOne) {
     const GasState state = GetParam();
-    auto fresh = make("StreamPengRobinsonLiquidVapor");
-    feed(*fresh, 100.0, naturalGas, state.P * 1e5, state.T);
+    auto fresh = naturalGasAt(state.P, state.T);
     fresh->calculate(0);
     ASSERT_TRUE(fresh->errorList().empty()) << fresh->errorList().front();
-    auto again = make("StreamPengRobinsonLiquidVapor");
-    feed(*again, 100.0, naturalGas, 40e5, 240.0);
+    auto again = naturalGasAt(40, 240.0);
     again->calculate(0);
     again->P = Value(state.P * 1e5, "Pa");
     again->T = Value(state.T, "K");
