@@ -1,8 +1,11 @@
+#include <tarvo/components/ComponentCatalogue.h>
 #include <tarvo/core/KernelStart.h>
 #include <tarvo/user/Eval.h>
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -56,6 +59,58 @@ TEST(Eval, WaterBelowAndAboveItsBoilingPointAndBackFromItsEnthalpy) {
                                            "--get", "T:K"}));
     ASSERT_EQ(back.code, 0) << back.err;
     EXPECT_NEAR(number(back.out), 368.15, 0.05); // within the flash's enthalpy tolerance
+}
+
+// Every stream type on a cubic equation, reached through the property calculator: methane at 300 K and 10 bar
+// in the vapor of the types that have one, n-butane at 300 K and 10 bar (a compressed liquid) in the liquid
+// types. The molar volume is the outer root of P = R T / (v - b) - a / ((v + d1 b) (v + d2 b)) worked out
+// here, with a = Omega_a (R Tc)^2 / Pc [1 + m (1 - sqrt(T / Tc))]^2 and b = Omega_b R Tc / Pc from the
+// catalogue's critical constants: Peng and Robinson, Ind. Eng. Chem. Fundam. 15 (1976) 59 (Omega_a, Omega_b
+// the exact roots of the critical conditions); Soave, Chem. Eng. Sci. 27 (1972) 1197.
+TEST(Eval, CubicStreamsGiveTheRootOfTheirEquation) {
+    struct Equation {
+        double omegaA, omegaB, delta1, delta2, m0, m1, m2;
+    };
+    const double root2 = std::sqrt(2.0);
+    const Equation pr{0.4572355289, 0.0777960739, 1 + root2, 1 - root2, 0.37464, 1.54226, -0.26992};
+    const Equation srk{0.42747, 0.08664, 1, 0, 0.48, 1.574, -0.176};
+    struct Case {
+        const char* type;
+        const Equation& equation;
+        const char* entry;
+        const char* phase;
+    };
+    const Case cases[] = {{"StreamPengRobinsonVapor", pr, "methane", "Vphase"},
+                          {"StreamPengRobinsonLiquidVapor", pr, "methane", "Vphase"},
+                          {"StreamPengRobinsonLiquid", pr, "butane", "Lphase"},
+                          {"StreamKwongRedlichSoaveVapor", srk, "methane", "Vphase"},
+                          {"StreamKwongRedlichSoaveLiquidVapor", srk, "methane", "Vphase"},
+                          {"StreamKwongRedlichSoaveSolidVapor", srk, "methane", "Vphase"},
+                          {"StreamKwongRedlichSoaveLiquidSolidVapor", srk, "methane", "Vphase"},
+                          {"StreamKwongRedlichSoaveLiquid", srk, "butane", "Lphase"}};
+    const double R = 8314.4, T = 300, P = 1e6; // J/(kmol K), the kernel's gas constant; K; Pa
+    for (const Case& c : cases) {
+        const std::unique_ptr<ComponentGeneric> species(newCatalogueComponent(c.entry, c.entry));
+        const double Tc = species->Tc().toDouble(), Pc = species->Pc().toDouble(), w = species->omega().toDouble();
+        const Equation& e = c.equation;
+        const double alpha = std::pow(1 + (e.m0 + e.m1 * w + e.m2 * w * w) * (1 - std::sqrt(T / Tc)), 2);
+        const double a = e.omegaA * R * R * Tc * Tc / Pc * alpha, b = e.omegaB * R * Tc / Pc;
+        const auto excess = [&](double v) {
+            return R * T / (v - b) - a / ((v + e.delta1 * b) * (v + e.delta2 * b)) - P;
+        };
+        // Bisection from the covolume up to the ideal gas for the liquid, from the ideal gas down for the vapor.
+        const bool liquid = std::string(c.phase) == "Lphase";
+        double lo = liquid ? b * (1 + 1e-9) : 0.5 * R * T / P, hi = liquid ? 1.5 * b : 1.5 * R * T / P;
+        ASSERT_NE(excess(lo) > 0, excess(hi) > 0) << c.type;
+        for (int k = 0; k < 200; ++k) {
+            const double mid = 0.5 * (lo + hi);
+            (excess(mid) > 0 ? lo : hi) = mid;
+        }
+        const EvalRun run = eval({"--components", c.entry, c.type, "P=10 bar", "T=300 K",
+                                  std::string("Tphase.x[") + c.entry + "]=1", "--get", std::string(c.phase) + ".v"});
+        ASSERT_EQ(run.code, 0) << c.type << ": " << run.err;
+        EXPECT_NEAR(number(run.out) / (0.5 * (lo + hi)), 1.0, 1e-8) << c.type;
+    }
 }
 
 // Without --get every quantity of the object and of its children, one per line with its full tag.
