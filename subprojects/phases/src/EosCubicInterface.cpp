@@ -213,6 +213,7 @@ double Interface::unbentSlopeAt(double reduced, PhaseType type, double RT, doubl
 double Interface::plainResidual(double reduced, const Value& P, const Value& T, const Vector& x, PhaseType type) {
     // The branch where the pressure is left unbent, in numbers: the iteration of a density evaluates it a
     // few times at each step of a flash's start. Elsewhere the frame bends it.
+    if (!ownCubic()) return EosInterface::plainResidual(reduced, P, T, x, type);
     const double RT = R.toDouble() * T.toDouble(), a = Amix.toDouble(), b = Bmix.toDouble();
     const double rise = unbentSlopeAt(reduced, type, RT, a, b);
     if (std::isnan(rise)) return EosInterface::plainResidual(reduced, P, T, x, type);
@@ -261,6 +262,7 @@ void Interface::preparefugacity_eos(const Value& P, const Value& T, std::vector<
 
 bool Interface::lnPhiOfRoot(double P, double T, const std::vector<double>& x, PhaseType type,
                             std::vector<double>& lnphi) const {
+    if (!ownCubic()) return false;
     // The one-fluid sums as precompute takes them, in numbers.
     bool mixture = false;
     for (const double f : x) mixture = mixture || f > 0;

@@ -72,6 +72,9 @@ protected:
         if (constants_.empty()) takeConstants_();
         return constants_[i];
     }
+    // Whether pressure and preparefugacity_eos are this frame's cubic, which plainResidual and lnPhiOfRoot
+    // then take in closed form in numbers. An equation that only borrows the frame says no.
+    virtual bool ownCubic() const { return true; }
     // m(omega) of the equations whose attraction has one, as a number.
     virtual double acentricFunction(double) const { return 0; }
     // Makes constants(i) take them anew from the components, as after a change of m.

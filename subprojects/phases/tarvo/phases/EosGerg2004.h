@@ -62,6 +62,10 @@ public:
     // The reducing functions come from precompute, since tau is made of them.
     void Qinit(const Active& delta, const Active& tau, const Vector& x) const;
 
+protected:
+    // Only the frame is the cubic's.
+    bool ownCubic() const override { return false; }
+
 private:
     // A function of (delta, tau, x) from its value and partial derivatives at the point of the last Qinit.
     Active lift_(double value, double dDelta, double dTau, const double* dx) const;

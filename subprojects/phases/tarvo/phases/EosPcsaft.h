@@ -37,6 +37,10 @@ public:
     Value entropyDeparture(const Value& P, const Value& T) const;
     Value heatCapacityDeparture(const Value& T) const;
 
+protected:
+    // Only the frame is the cubic's.
+    bool ownCubic() const override { return false; }
+
 private:
     // a_res / (R T) at the stored composition, with its derivative along (dT, drho, dx_i of component i,
     // or none for i < 0); rho in mol/m3.
