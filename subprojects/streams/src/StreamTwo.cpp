@@ -1,10 +1,12 @@
 #include <tarvo/components/ListComponents.h>
+#include <tarvo/core/AndersonAcceleration.h>
 #include <tarvo/phases/PhaseIdeal.h>
 #include <tarvo/streams/StreamTwo.h>
 #include <tarvo/utility/Log.h>
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <type_traits>
 #include <typeinfo>
 
@@ -19,12 +21,17 @@ constexpr int verbosityFile = -1;
 // near a critical point it converges slowly, and the solve takes over from where it stopped.
 constexpr int maxSubstitutions = 30;
 constexpr double substitutionTolerance = 1e-5;
-// Every this many steps the substitution's rate is read from its last two steps and the series extrapolated,
-// when the rate is one of a linear convergence, and not so close to 1 that the extrapolation runs away. Every
-// second step, the soonest that two plain steps follow an extrapolation: a natural gas in its two-phase region
-// then takes 7 steps to the tolerance instead of 9.
-constexpr int extrapolationPeriod = 2;
-constexpr double maxRate = 0.95;
+// The steps of ln K are accelerated (Anderson) once they are below this, where the map is close to linear,
+// combining the changes of the last few: a natural gas in its two-phase region then takes 6 steps to the
+// tolerance, where the extrapolation of the dominant eigenvalue took 7, and 2 more to the closing one, where
+// that extrapolation gained a factor of about 3 per step.
+constexpr double accelerateBelow = 0.1;
+constexpr unsigned memory = 3;
+// In numbers a step is cheap beside the solve's Jacobian: past the tolerance, steps in numbers go on to the
+// closing tolerance, at which the next change is a few rounding errors in ln K and the solve finds its start
+// converged, as long as each shrinks the change by fastShrink at least.
+constexpr double closingTolerance = 1e-10;
+constexpr double fastShrink = 0.1;
 
 bool idealModel(const Phase::Generic& phase) {
     const auto& model = phase.model(); // a call inside typeid draws a side-effect warning from clang
@@ -128,13 +135,12 @@ template <typename F> void StreamTwo<F>::splitAt_(const double* fraction) {
 }
 
 template <typename F> void StreamTwo<F>::substitute_(const double* fraction) {
-    // The steps of ln K, this one and the one before: the substitution converges linearly, each step the
-    // one before times the largest eigenvalue of its map, and every few steps the rest of that series is
-    // added at once (dominant eigenvalue extrapolation).
-    std::vector<double> step(NCOMPONENTS, 0.0), before(NCOMPONENTS, 0.0);
+    AndersonAcceleration acceleration(NCOMPONENTS, memory);
     std::vector<Value> lnK(NCOMPONENTS);
+    std::vector<double> current(NCOMPONENTS, 0.0), image(NCOMPONENTS, 0.0), next(NCOMPONENTS, 0.0);
     std::vector<double> liquid(NCOMPONENTS), vapor(NCOMPONENTS), lnphiL, lnphiV;
     const double P = FlashBase::P.toDouble(), T = FlashBase::T.toDouble();
+    double lastChange = std::numeric_limits<double>::infinity();
     for (int k = 0; k < maxSubstitutions; ++k) {
         // Without derivatives to carry, phases that have ln phi in closed form give it in numbers; the
         // phases' Values follow the split once, when the substitution ends.
@@ -152,24 +158,27 @@ template <typename F> void StreamTwo<F>::substitute_(const double* fraction) {
             second_->preparefugacity(FlashBase::P, FlashBase::T);
             first_->preparefugacity(FlashBase::P, FlashBase::T);
         }
-        double change = 0, along = 0, across = 0;
+        double change = 0;
         for (int i = 0; i < NCOMPONENTS; ++i) {
             if (components[i]->isSolid()) continue;
             lnK[i] = numbers ? Value(lnphiL[i] - lnphiV[i]) : second_->fugacity(i) - first_->fugacity(i);
-            step[i] = lnK[i].toDouble() - std::log(this->kVL_[i].toDouble());
-            change = std::max(change, std::fabs(step[i]));
-            along += step[i] * step[i];
-            across += step[i] * before[i];
+            current[i] = std::log(this->kVL_[i].toDouble());
+            image[i] = lnK[i].toDouble();
+            change = std::max(change, std::fabs(image[i] - current[i]));
         }
-        const double rate = along / across;
-        const bool extrapolate = k % extrapolationPeriod == extrapolationPeriod - 1 && rate > 0 && rate < maxRate;
+        // Far from the solution the steps are no linear map's: plain steps until they are small, and again
+        // after one that grew.
+        if (!(change < accelerateBelow) || !(change < lastChange)) acceleration.restart();
+        acceleration.next(current, image, next);
         for (int i = 0; i < NCOMPONENTS; ++i) {
             if (components[i]->isSolid()) continue;
-            this->kVL_[i] = exp(extrapolate ? lnK[i] + step[i] * rate / (1 - rate) : lnK[i]);
+            this->kVL_[i] = exp(lnK[i] + (next[i] - image[i])); // the derivatives are the plain step's
         }
-        std::swap(step, before);
         splitAt_(fraction);
-        if (!(change > substitutionTolerance)) break;
+        if (!(change > substitutionTolerance) &&
+            (!numbers || !(change > closingTolerance) || !(change < fastShrink * lastChange)))
+            break;
+        lastChange = change;
     }
 }
 
