@@ -239,11 +239,7 @@ void PersistencyPostgres::leavePipeline() {
         for (std::size_t i = 0; i < pending_.size(); ++i)
             while (pg_result* r = pq().getResult(connection_)) pq().clear(r);
         pending_.clear();
-        while (pg_result* r = pq().getResult(connection_)) {
-            const bool sync = pq().resultStatus(r) == PGRES_PIPELINE_SYNC;
-            pq().clear(r);
-            if (sync) break;
-        }
+        awaitSync();
     }
     pq().exitPipelineMode(connection_);
     pipeline_ = false;
@@ -271,7 +267,8 @@ void PersistencyPostgres::submit(const Sender& send, Pending pending) {
 }
 
 void PersistencyPostgres::synchronize() {
-    if (pipeline_ && !pending_.empty() && !pq().pipelineSync(connection_)) fail("PersistencyPostgres::synchronize", pq().errorMessage(connection_));
+    if (pipeline_ && !pending_.empty() && !pq().pipelineSync(connection_))
+        fail("PersistencyPostgres::synchronize", pq().errorMessage(connection_));
     std::string context, failure;
     for (Pending& p : pending_) {
         pg_result* result = pq().getResult(connection_);
@@ -289,14 +286,16 @@ void PersistencyPostgres::synchronize() {
         pq().clear(result);
     }
     pending_.clear();
-    if (pipeline_) {
-        while (pg_result* r = pq().getResult(connection_)) {
-            const bool sync = pq().resultStatus(r) == PGRES_PIPELINE_SYNC;
-            pq().clear(r);
-            if (sync) break;
-        }
-    }
+    if (pipeline_) awaitSync();
     if (!failure.empty()) fail(context, failure);
+}
+
+void PersistencyPostgres::awaitSync() {
+    while (pg_result* r = pq().getResult(connection_)) {
+        const bool sync = pq().resultStatus(r) == PGRES_PIPELINE_SYNC;
+        pq().clear(r);
+        if (sync) break;
+    }
 }
 
 void PersistencyPostgres::execute(const std::string& sql, const std::string& context) {

@@ -104,6 +104,8 @@ private:
     // A result whose status is no success: the message with the server's detail and position.
     std::string failureText(pg_result* result, const std::string& sql) const;
     void leavePipeline();
+    // Reads and drops the results up to the pipeline's next synchronisation point.
+    void awaitSync();
     // The batch of `sql` in this transaction, made on first use; a batch of rows of N goes before all others,
     // for every other row refers to its node.
     Batch& batch(const std::string& sql, const std::string& context, bool ofNodes = false);
