@@ -101,9 +101,11 @@ std::vector<double> cubicRoots(double c2, double c1, double c0) {
 
 // Whether a phase carries anything. One that does not takes the state of the equimolar mixture, rather
 // than a division by 0.
-bool carries(const Vector& x) {
-    for (const Value& f : x)
-        if (f.toDouble() > 0) return true;
+double number(const Value& v) { return v.toDouble(); }
+double number(double v) { return v; }
+template <typename Fractions> bool carries(const Fractions& x) {
+    for (const auto& f : x)
+        if (number(f) > 0) return true;
     return false;
 }
 } // namespace
@@ -264,8 +266,7 @@ bool Interface::lnPhiOfRoot(double P, double T, const std::vector<double>& x, Ph
                             std::vector<double>& lnphi) const {
     if (!ownCubic()) return false;
     // The one-fluid sums as precompute takes them, in numbers.
-    bool mixture = false;
-    for (const double f : x) mixture = mixture || f > 0;
+    const bool mixture = carries(x);
     const std::vector<std::array<double, 4>>& attractions = attractionsAt_(T);
     double s = 0, q = 0, b = 0;
     for (int i = 0; i < NCOMPONENTS; ++i) {
