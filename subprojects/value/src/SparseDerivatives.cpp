@@ -1,12 +1,54 @@
 #include <tarvo/value/SparseDerivatives.h>
 
 #include <algorithm>
+#include <array>
 #include <cstring>
+
+namespace {
+// Capacities of 1, 2, 4, ... 2^(pooledClasses - 1) entries are pooled; larger lists are rare and go to the heap.
+// Under the address sanitizer every list has a block of its own, so that a use after its end shows.
+#if defined(__SANITIZE_ADDRESS__)
+constexpr int pooledClasses = 0;
+#else
+constexpr int pooledClasses = 10;
+#endif
+
+// The power of two of the least pooled capacity that holds `capacity` entries; pooledClasses beyond them.
+int sizeClass(int capacity) {
+    int k = 0;
+    while (k < pooledClasses && (1 << k) < capacity) ++k;
+    return k;
+}
+
+// A free block's first bytes link it to the next free block of its class.
+struct FreeBlock {
+    FreeBlock* next;
+};
+std::array<FreeBlock*, pooledClasses> freeBlocks{};
+} // namespace
 
 template <typename V> SparseDerivatives<V>* SparseDerivatives<V>::create(int capacity) noexcept {
     static_assert(sizeof(SparseDerivatives) % alignof(Entry) == 0, "the entries follow the header aligned");
-    void* block = ::operator new(sizeof(SparseDerivatives) + sizeof(Entry) * capacity);
+    static_assert(sizeof(SparseDerivatives) >= sizeof(FreeBlock), "a free block holds its link");
+    const int k = sizeClass(capacity);
+    if (k < pooledClasses) capacity = 1 << k;
+    void* block;
+    if (k < pooledClasses && freeBlocks[k]) {
+        block = freeBlocks[k];
+        freeBlocks[k] = freeBlocks[k]->next;
+    } else {
+        block = ::operator new(sizeof(SparseDerivatives) + sizeof(Entry) * capacity);
+    }
     return new (block) SparseDerivatives(capacity);
+}
+
+template <typename V> void SparseDerivatives<V>::destroy(SparseDerivatives* list) noexcept {
+    const int k = sizeClass(list->capacity_);
+    if (k >= pooledClasses) {
+        ::operator delete(list);
+        return;
+    }
+    freeBlocks[k] = new (static_cast<void*>(list)) FreeBlock{freeBlocks[k]};
 }
 
 template <typename V>

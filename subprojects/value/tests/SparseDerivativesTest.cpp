@@ -22,23 +22,43 @@ std::vector<int> directions(const List& list) {
 
 } // namespace
 
-// Insertions out of order, past several regrowths of the block, keep the list sorted and every value.
+// Insertions out of order, past every regrowth of the block, the pooled sizes and beyond them, keep the list
+// sorted and every value.
 TEST(SparseDerivatives, SetKeepsTheListSortedAcrossRegrowth) {
+    constexpr int n = 1500;
     List* raw = nullptr;
-    for (int k = 0; k < 40; ++k) {
-        const int direction = (k * 17) % 40; // visits 0..39 in scrambled order
+    for (int k = 0; k < n; ++k) {
+        const int direction = (k * 17) % n; // visits 0..n-1 in scrambled order, as 17 and n are coprime
         raw = List::set(raw, direction, direction + 0.5);
     }
     raw = List::set(raw, 17, -1.0); // overwrite, no new entry
     Owned list(raw);
-    ASSERT_EQ(list->size(), 40);
+    ASSERT_EQ(list->size(), n);
     std::vector<int> expected;
-    for (int i = 0; i < 40; ++i) expected.push_back(i);
+    for (int i = 0; i < n; ++i) expected.push_back(i);
     EXPECT_EQ(directions(*list), expected);
     EXPECT_EQ(list->derivative(17), -1.0);
-    EXPECT_EQ(list->derivative(39), 39.5);
-    EXPECT_EQ(list->derivative(40), 0.0);
+    EXPECT_EQ(list->derivative(n - 1), n - 0.5);
+    EXPECT_EQ(list->derivative(n), 0.0);
     EXPECT_EQ(list->derivative(-3), 0.0);
+}
+
+// Blocks given back serve later lists of their size, which hold their own entries only.
+TEST(SparseDerivatives, ABlockGivenBackServesALaterListWithNoneOfItsEntries) {
+    for (int round = 0; round < 3; ++round) {
+        std::vector<Owned> lists;
+        for (int size = 1; size <= 64; size *= 2) {
+            List* raw = nullptr;
+            for (int i = 0; i < size; ++i) raw = List::set(raw, 100 * round + i, 1.0 + i);
+            lists.emplace_back(raw);
+        }
+        lists.clear();
+        Owned small(List::set(List::set(nullptr, 5, 2.0), 3, 1.0));
+        Owned merged(List::combine(1.0, small.get(), 1.0, nullptr));
+        EXPECT_EQ(directions(*small), (std::vector<int>{3, 5}));
+        EXPECT_EQ(directions(*merged), (std::vector<int>{3, 5}));
+        EXPECT_EQ(merged->derivative(5), 2.0);
+    }
 }
 
 TEST(SparseDerivatives, CombineMergesByDirectionAndCopyIsIndependent) {

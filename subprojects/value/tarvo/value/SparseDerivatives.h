@@ -9,6 +9,10 @@
 // pointer, which keeps the number trivially movable: the compiler then holds the temporaries of an
 // expression in registers, which it does not do for a number that embeds a container.
 //
+// Blocks are kept by capacity, rounded up to a power of two, on free lists of their own: a solve in sparse mode
+// makes and drops a list at every step of its arithmetic, more than the allocator's per-thread caches hold.
+// The arithmetic runs on one thread, as the context of its directions is one.
+//
 // Nothing here throws: should memory run out, the process ends. Were the arithmetic that calls these
 // able to throw, the compiler would prepare an unwinding path through every temporary of an
 // expression and keep them all in memory, which made arithmetic without derivatives half again as
@@ -20,7 +24,8 @@ public:
     // An empty list with room for `capacity` entries.
     static SparseDerivatives* create(int capacity) noexcept;
     static SparseDerivatives* copy(const SparseDerivatives& o) noexcept { return copy(o, o.size_); }
-    static void destroy(SparseDerivatives* list) { ::operator delete(list); }
+    // Gives the list's block back for the next list of its size.
+    static void destroy(SparseDerivatives* list) noexcept;
     // a*x + b*y, direction by direction; either list may be null, not both.
     static SparseDerivatives* combine(V a, const SparseDerivatives* x, V b,
                                       const SparseDerivatives* y) noexcept;
