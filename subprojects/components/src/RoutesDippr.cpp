@@ -52,10 +52,15 @@ double RouteHeatVaporDippr::cp_(double t, double* dcpdt) const {
         if (dcpdt) *dcpdt = 0.0;
         return cpig_[0];
     }
-    const double x = std::fabs(cpig_[2]) / t, y = std::fabs(cpig_[4]) / t;
-    const Point f = sinhSquared(x), g = coshSquared(y);
-    if (dcpdt) *dcpdt = -(cpig_[1] * f.dy * x + cpig_[3] * g.dy * y) / t;
-    return cpig_[0] + cpig_[1] * f.y + cpig_[3] * g.y;
+    if (t != lastT_) {
+        const double x = std::fabs(cpig_[2]) / t, y = std::fabs(cpig_[4]) / t;
+        const Point f = sinhSquared(x), g = coshSquared(y);
+        lastT_ = t;
+        lastCp_ = cpig_[0] + cpig_[1] * f.y + cpig_[3] * g.y;
+        lastSlope_ = -(cpig_[1] * f.dy * x + cpig_[3] * g.dy * y) / t;
+    }
+    if (dcpdt) *dcpdt = lastSlope_;
+    return lastCp_;
 }
 
 // A t + B C coth(C/t) - D E tanh(E/t), less the constants B C - D E.

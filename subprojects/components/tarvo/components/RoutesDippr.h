@@ -4,6 +4,8 @@
 #include <tarvo/components/DipprParameters.h>
 #include <tarvo/components/RouteInterfaces.h>
 
+#include <limits>
+
 // Fluid routes built on the DIPPR correlation forms.
 
 // Ideal-gas heat capacity by DIPPR 107 (Aly-Lee), and the enthalpy and entropy that integrate it in
@@ -23,6 +25,9 @@ private:
     ParameterDippr7 cpig_;
     double h0_; // h_ at T0
     double s0_; // s_ at T0
+    // cp_ and its slope at the temperature of its last evaluation: a phase asks for its components' enthalpy,
+    // entropy and heat capacity in turn at one temperature, and each of them needs cp.
+    mutable double lastT_ = std::numeric_limits<double>::quiet_NaN(), lastCp_ = 0, lastSlope_ = 0;
 };
 
 // Saturated liquid density by DIPPR 105, held constant outside the record's range.
