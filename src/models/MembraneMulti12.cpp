@@ -80,12 +80,11 @@ void MembraneMulti12::pre(SolutionMode, int) {
                 Q(stagename(i) + ".stageCutEst") = pow(stageCut, 1.0 / n);
     }
     if (n < 1) return;
-    for (int i = 1; i <= n; ++i) {
-        const std::string stage = stagename(i) + ".";
-        Q(stage + "deltaPretentate") = deltaPretentate / static_cast<double>(n);
-        Q(stage + "A") = A / static_cast<double>(n);
-        Q(stage + "Ppermeate") = Ppermeate;
-        for (int c = 0; c < NCOMPONENTS; ++c) Q(stage + "permeance[" + std::to_string(c) + "]") = permeance[c];
+    for (Membrane12* stage : stageUnits_.of(*this)) {
+        stage->deltaPretentate = deltaPretentate / static_cast<double>(n);
+        stage->A = A / static_cast<double>(n);
+        stage->Ppermeate = Ppermeate;
+        for (int c = 0; c < NCOMPONENTS; ++c) stage->permeance[c] = permeance[c];
     }
 }
 

@@ -111,12 +111,11 @@ void MembraneMulti22::pre(SolutionMode, int) {
             seed.setFlash(enthalpyFlashMode(seed));
         }
     }
-    for (int i = 1; i <= n; ++i) {
-        const std::string stage = stagename(i) + ".";
-        Q(stage + "deltaPretentate") = deltaPretentate / static_cast<double>(n);
-        Q(stage + "deltaPpermeate") = deltaPpermeate / static_cast<double>(n);
-        Q(stage + "A") = A / static_cast<double>(n);
-        for (int c = 0; c < NCOMPONENTS; ++c) Q(stage + "permeance[" + std::to_string(c) + "]") = permeance[c];
+    for (Membrane22* stage : stageUnits_.of(*this)) {
+        stage->deltaPretentate = deltaPretentate / static_cast<double>(n);
+        stage->deltaPpermeate = deltaPpermeate / static_cast<double>(n);
+        stage->A = A / static_cast<double>(n);
+        for (int c = 0; c < NCOMPONENTS; ++c) stage->permeance[c] = permeance[c];
     }
 }
 

@@ -2,6 +2,8 @@
 #define TARVO_MODELS_MEMBRANEMULTI12_H
 
 #include <tarvo/flowsheet/FlowSheet.h>
+#include <tarvo/models/ChainStages.h>
+#include <tarvo/models/Membrane12.h>
 
 #include <string>
 #include <vector>
@@ -36,6 +38,8 @@ public:
 private:
     // The stages, the mixer of the permeates and the streams between them.
     void build_();
+
+    ChainStages<Membrane12> stageUnits_;
 };
 
 #endif

@@ -2,6 +2,8 @@
 #define TARVO_MODELS_MEMBRANEMULTI22_H
 
 #include <tarvo/flowsheet/FlowSheet.h>
+#include <tarvo/models/ChainStages.h>
+#include <tarvo/models/Membrane22.h>
 
 #include <string>
 #include <vector>
@@ -43,6 +45,7 @@ private:
     bool estimated_();
 
     const bool counterflow_;
+    ChainStages<Membrane22> stageUnits_;
 };
 
 // The four arrangements of the catalogue: stages of one kind, co-current or counter-current.
