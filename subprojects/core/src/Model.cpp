@@ -53,22 +53,19 @@ void Model::setPristine() {
 void Model::setPristineRecursive() {
     TARVO_LOG(3) << "Now setting pristine for block " << fullTag() << " and for all its contained objects";
     nCalculations.value() = 0;
-    for (const auto& [tag, child] : children_)
-        if (auto* model = dynamic_cast<Model*>(child.get())) model->setPristineRecursive();
+    for (Model* model : subModels()) model->setPristineRecursive();
 }
 
 void Model::unSetInput() {
     for (const auto& [tag, quantity] : quantities) quantity->unsetInput();
-    for (const auto& [tag, child] : children_)
-        if (auto* model = dynamic_cast<Model*>(child.get())) model->unSetInput();
+    for (Model* model : subModels()) model->unSetInput();
 }
 
 void Model::resetErrors() {
     TARVO_LOG(4) << "Now resetting errors for block " << fullTag();
     errors.value().clear();
     warnings.value().clear();
-    for (const auto& [tag, child] : children_)
-        if (auto* model = dynamic_cast<Model*>(child.get())) model->resetErrors();
+    for (Model* model : subModels()) model->resetErrors();
 }
 
 void Model::reportError(const std::string& text) {
@@ -84,9 +81,8 @@ void Model::reportWarning(const std::string& text) {
 }
 
 void Model::reportMessages() {
-    for (const auto& [tag, child] : children_) {
-        auto* model = dynamic_cast<Model*>(child.get());
-        if (!model) continue;
+    for (Model* model : subModels()) {
+        const std::string& tag = model->tag();
         model->reportMessages();
         if (model->errors.size() + model->warnings.size() == 0) continue;
         TARVO_LOG(3) << "Pulling up " << model->errors.size() << " errors and " << model->warnings.size()
@@ -116,9 +112,11 @@ void Model::addSubObject(int verbosity, const Defaults& defaults, int index, con
     addChild(defaults.getString(option), Defaults(childTag, description));
 }
 
-std::vector<Model*> Model::subModels() const {
-    std::vector<Model*> models;
+const std::vector<Model*>& Model::subModels() const {
+    if (subModels_.version == childrenVersion()) return subModels_.models;
+    subModels_.models.clear();
     for (const auto& [tag, child] : children_)
-        if (auto* model = dynamic_cast<Model*>(child.get())) models.push_back(model);
-    return models;
+        if (auto* model = dynamic_cast<Model*>(child.get())) subModels_.models.push_back(model);
+    subModels_.version = childrenVersion();
+    return subModels_.models;
 }

@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <string>
+#include <vector>
 
 using Tarvo::Persistency::Defaults;
 
@@ -84,6 +86,31 @@ TEST_F(ModelTest, MessagesRiseWithTheDottedPathOfTheirOrigin) {
     EXPECT_TRUE(root->errorList().empty());
     EXPECT_TRUE(u.errorList().empty());
     EXPECT_TRUE(u.warningList().empty());
+}
+
+// A child added, renamed or pruned after the messages rose once is seen by the next rise under its tag of then.
+TEST_F(ModelTest, MessagesFollowTheChildrenAsTheyChange) {
+    std::unique_ptr<Block> root = tree();
+    Block& f = *root->children.at(0);
+    root->reportMessages();
+    auto& v = dynamic_cast<Block&>(f.addChild("Block", {"V", "Unit"}));
+    v.reportError("from V;");
+    root->reportMessages();
+    EXPECT_EQ(root->errorList(), (std::vector<std::string>{"from V; @ child[0].V"}));
+
+    root->resetErrors();
+    f.renameChild("U", "W"); // now after V, in the order of the tags
+    v.reportError("from V;");
+    dynamic_cast<Block&>(f.at("W")).reportError("from W;");
+    root->reportMessages();
+    EXPECT_EQ(root->errorList(), (std::vector<std::string>{"from V; @ child[0].V", "from W; @ child[0].W"}));
+
+    root->resetErrors();
+    EXPECT_TRUE(v.errorList().empty());
+    const std::unique_ptr<Node> pruned = f.prune("V");
+    dynamic_cast<Block&>(*pruned).reportError("gone;");
+    root->reportMessages();
+    EXPECT_TRUE(root->errorList().empty());
 }
 
 TEST_F(ModelTest, PristineAndInputFlags) {

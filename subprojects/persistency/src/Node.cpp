@@ -71,6 +71,7 @@ Node& Node::adopt(Node* child, const char* function) {
     if (children_.count(tag)) throw ErrorRunTime(function, "duplicate tag: " + tag);
     Node& result = *owned;
     children_.emplace(tag, std::move(owned));
+    ++childrenVersion_;
     return result;
 }
 
@@ -112,6 +113,7 @@ std::unique_ptr<Node> Node::prune(const std::string& tag) {
     if (it == children_.end()) throw ErrorRunTime("Node::prune", "error removing child");
     std::unique_ptr<Node> detached = std::move(it->second);
     children_.erase(it);
+    ++childrenVersion_;
     return detached;
 }
 
@@ -122,6 +124,7 @@ void Node::renameChild(const std::string& oldTag, const std::string& newTag) {
     children_.erase(it);
     node->setTag(newTag);
     children_.emplace(newTag, std::move(node));
+    ++childrenVersion_;
 }
 
 Node& Node::search(uint32_t id) const {

@@ -79,8 +79,10 @@ public:
     // streams of the subtree, those of a flowsheet ahead of those of its sub-flowsheets, a row for each phase.
     void printOds(std::ofstream& out) const;
 
-    // The children that are models, in the order of the children's map.
-    std::vector<Model*> subModels() const;
+    // The children that are models, in the order of the children's map. Kept until the children change: a
+    // calculation walks them at every evaluation, and the cast across the virtual bases that finds them costs
+    // more than the walk.
+    const std::vector<Model*>& subModels() const;
 
     const std::vector<std::string>& errorList() const { return errors.value(); }
     const std::vector<std::string>& warningList() const { return warnings.value(); }
@@ -105,6 +107,18 @@ protected:
     StringVector warnings{"warnings", "Warnings from the last computation", 0, "", this};
 
 private:
+    // subModels() and the children's version that it holds; a copy starts empty, for it points into the tree
+    // of its source.
+    struct SubModels {
+        std::vector<Model*> models;
+        unsigned version = ~0u;
+        SubModels() = default;
+        SubModels(const SubModels&) {}
+        SubModels& operator=(const SubModels&) { return *this = SubModels(); }
+        SubModels& operator=(SubModels&&) = default;
+    };
+    mutable SubModels subModels_;
+
     // The rows of the spreadsheet report: of the streams of `model` and of all models below it, of the
     // streams among the children of `model`, of one stream. `row` is the number of the next row; at 1 the
     // header goes first.

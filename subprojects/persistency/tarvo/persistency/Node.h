@@ -74,6 +74,8 @@ public:
     bool inserted() const { return inserted_; }
     bool retrieved() const { return retrieved_; }
     const std::map<std::string, std::unique_ptr<Node>>& children() const { return children_; }
+    // Counts the changes of the set of children: what a subclass derives from them holds while it stands.
+    unsigned childrenVersion() const { return childrenVersion_; }
 
     // Same tag, description, type, root tag, number of children, and pairwise equal children by tag.
     virtual bool equals(const Node& other) const;
@@ -97,6 +99,7 @@ protected:
     std::map<std::string, std::unique_ptr<Node>> children_;
 
 private:
+    unsigned childrenVersion_ = 0;
     friend class NodeFactory;
     void shiftSubtree();
     Node& adopt(Node* child, const char* function);
