@@ -74,6 +74,21 @@ TEST(SparseDerivatives, CombineMergesByDirectionAndCopyIsIndependent) {
     Owned onlyY(List::combine(2.0, nullptr, 3.0, y.get()));
     EXPECT_EQ(directions(*onlyY), (std::vector<int>{4, 7}));
     EXPECT_EQ(onlyY->derivative(7), 30.0);
+    Owned onlyX(List::combine(-1.0, x.get(), 3.0, nullptr));
+    EXPECT_EQ(directions(*onlyX), (std::vector<int>{2, 7, 9}));
+    EXPECT_EQ(onlyX->derivative(9), -3.0);
+
+    // The same directions, entry by entry; the same count of other directions, merged.
+    Owned twice(List::combine(1.0, x.get(), 0.5, onlyX.get()));
+    EXPECT_EQ(directions(*twice), (std::vector<int>{2, 7, 9}));
+    EXPECT_EQ(twice->derivative(2), 2.0 - 1.0);
+    EXPECT_EQ(twice->derivative(9), 3.0 - 1.5);
+    Owned shifted(List::set(List::set(List::set(nullptr, 2, 1.0), 8, 1.0), 9, 1.0)); // 2, 8, 9
+    Owned other(List::combine(1.0, x.get(), 1.0, shifted.get()));
+    EXPECT_EQ(directions(*other), (std::vector<int>{2, 7, 8, 9}));
+    EXPECT_EQ(other->derivative(7), 1.0);
+    EXPECT_EQ(other->derivative(8), 1.0);
+    EXPECT_EQ(other->derivative(9), 4.0);
 
     Owned copy(List::copy(*x));
     copy.reset(List::set(copy.release(), 3, 5.0));
