@@ -140,19 +140,18 @@ void Jacobian::fill(const std::vector<Value>& residuals, const double* factors, 
     columnSums.assign(n_, 0.0);
     const auto factor = [factors](int j) { return factors ? factors[j] : 1.0; };
     // Count the entries of each column, then place them: rows come in ascending order within a column.
+    // A derivative that the residual carries is an entry even where it is zero: where it cancels in one
+    // iteration and not in the next, the pattern, and with it the ordering of the factors, stays the same.
     int* p = sparse_->p;
     std::fill(p, p + n_ + 1, 0);
     for (unsigned r = 0; r < n_; ++r)
-        residuals[r].active().forEachDerivative([&](int j, double d) {
-            if (d != 0) ++p[j + 1];
-        });
+        residuals[r].active().forEachDerivative([&](int j, double) { ++p[j + 1]; });
     for (unsigned j = 0; j < n_; ++j) p[j + 1] += p[j];
     if (p[n_] > sparse_->nzmax && !cs_di_sprealloc(sparse_, p[n_])) throw std::bad_alloc();
     std::vector<int>& next = insertionPoints_;
     next.assign(p, p + n_);
     for (unsigned r = 0; r < n_; ++r)
         residuals[r].active().forEachDerivative([&](int j, double d) {
-            if (d == 0) return;
             const double v = d * factor(j);
             const int k = next[j]++;
             sparse_->i[k] = static_cast<int>(r);

@@ -159,6 +159,16 @@ TEST(Jacobian, ColumnsFromDerivativesInBothForms) {
         EXPECT_EQ(J(1, 1), -3.0);
         EXPECT_EQ(J(1, 0), 0.0);
         EXPECT_EQ(J.entries(), 3u);
+        // At x1 = 0 the derivative of r0 by x0 is zero: the sparse form keeps the entry, the pattern of the
+        // last matrix, which the ordering of its factors was made for.
+        x[1] = Value(0.0);
+        x[1].active().setActive(1);
+        r[0] = x[0] * x[1];
+        J.fill(r, factors.data(), sums);
+        EXPECT_EQ(J(0, 0), 0.0);
+        EXPECT_EQ(J(0, 1), -2.0);
+        EXPECT_EQ(J.nonZero(0, 0), J.sparse());
+        EXPECT_EQ(J.entries(), J.sparse() ? 3u : 2u);
         for (unsigned i = 0; i < n; ++i)
             x[i].active().inactivate(static_cast<int>(i));
         ActiveContext::pop();
