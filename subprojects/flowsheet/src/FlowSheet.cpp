@@ -573,7 +573,9 @@ void FlowSheet::go(SolutionMode mode, int level) {
             d_->sequential.converge(method_, maximum, level);
             break;
         }
-        d_->sequential.lead(method_, maximum, level);
+        // The passes bring a new system near its solution. One that its last solve left converged, as a chain
+        // inside a plant's loop, is nearer where it stands: a single pass measures how far its inlets moved it.
+        d_->sequential.lead(method_, d_->simultaneous.converged() ? 1 : maximum, level);
         TARVO_LOG(2) << "Calculating simultaneously flowsheet with level = " << level;
         d_->simultaneous.solve();
     }

@@ -102,6 +102,7 @@ void SimultaneousConvergence::solve() {
     if (status < 0) sheet_.reportWarning(solver_.statusText(status));
     if (status > 0) sheet_.reportError(solver_.statusText(status));
     // A solver that stopped short of its test has failed, however small the residuals it left.
-    if (status != 0 || solver_.failed()) sheet_.reportError("simultaneous convergence failure;");
+    converged_ = status == 0 && !solver_.failed();
+    if (!converged_) sheet_.reportError("simultaneous convergence failure;");
     sheet_.NITER = solver_.iterations();
 }

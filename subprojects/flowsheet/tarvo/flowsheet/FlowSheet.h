@@ -42,6 +42,7 @@ public:
     virtual int sequential() const { return 0; }
     // The passes with which a sequential solve of this flowsheet starts before Newton's method closes its cuts,
     // for a flowsheet whose passes alone converge too slowly; 0, the default, leaves the solve to the passes.
+    // A flowsheet whose last solve in this process converged takes one.
     virtual int passesBeforeNewton() const { return 0; }
     virtual bool simultaneousSupported() const { return true; }
     ObjectiveNleAd* objective() override { return this; }

@@ -28,6 +28,8 @@ public:
     // Solves from the flowsheet's present state; NITER takes the iterations. A solve that ends with a status
     // other than 0, or with residuals that fail the merit test, is a failure: an error of the flowsheet.
     void solve();
+    // Whether the last solve of this process converged.
+    bool converged() const { return converged_; }
 
 private:
     // Whether the flash of a stream of the flowsheet is an objective of its system.
@@ -40,6 +42,7 @@ private:
     SolverNleRecipesAutomatic solver_;
     std::vector<ObjectiveNleAd*> included_;
     bool gathered_ = false;
+    bool converged_ = false;
 };
 
 #endif
