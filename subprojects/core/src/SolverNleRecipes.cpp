@@ -15,6 +15,11 @@ constexpr int verbosityFile = -3;
 constexpr const char* deltaxExit =
     "Convergence on deltax. For zero finding, the calling program should verify the convergence.";
 
+// Both exits on a plateau of f.
+constexpr const char* plateauExit = "No change, we are on a plateau, trust descent Direction";
+// The least relative decrease of f over an iteration that is not a plateau.
+constexpr double stalledDecrease = 1e-8;
+
 // The larger of two; a NaN in either wins, so that the tests below see it rather than skip it.
 double maxOf(double a, double b) {
     return b > a || b != b ? b : a;
@@ -118,6 +123,12 @@ int SolverNleRecipes::solve() {
                 TARVO_LOG(2) << deltaxExit;
                 return finish_(-5);
             }
+            // Newton's method lowers f by orders of magnitude near a root; an iteration that lowers it by
+            // less than a part in 1e8 has come to a plateau, where further Jacobians only crawl along it.
+            if (fold - f < stalledDecrease * fold) {
+                TARVO_LOG(2) << plateauExit;
+                return finish_(-4);
+            }
         } else {
             // The search gave up: a gradient of f that is nearly zero means a minimum of f that is no
             // root of F.
@@ -183,7 +194,7 @@ int SolverNleRecipes::lnsrch_(double fold, double& f, double stpmax) {
         // the two points, the better one stays.
         if ((std::fabs(f + fold) + TOLF_) * TOLF_ > std::fabs(f - fold)) {
             if (f > fold) restoreStart_(fold, f);
-            TARVO_LOG(2) << "No change, we are on a plateau, trust descent Direction";
+            TARVO_LOG(2) << plateauExit;
             return -4;
         }
         // Sufficient decrease against the start of the step.

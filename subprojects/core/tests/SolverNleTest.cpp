@@ -172,6 +172,15 @@ TEST(SolverNle, FlatObjectivesEndOnAPlateauOrAMinimum) {
     status = minimum->solve();
     EXPECT_EQ(status, -1);
     EXPECT_EQ(minimum->statusText(status), "converged to a local minimum; try a different initial guess");
+
+    // F = 1 + 2e-10 x at a flowsheet's TOLF of 1e-11: a step of 0.5 lowers f by 2e-10 relative, above the
+    // search's test of 2 TOLF, and the iterations would crawl on to their limit. One that lowers f by less
+    // than 1e-8 relative ends the solve on the plateau.
+    FunctionSystem crawl = scalar(0.0, [](const Value& x) { return 1.0 + 2e-10 * x; });
+    auto crawling = ready<SolverNleRecipesAutomatic>(crawl);
+    crawling->setTolerances(0, 0, 1e-11, 0);
+    EXPECT_EQ(crawling->solve(), -4);
+    EXPECT_EQ(crawling->iterations(), 0);
 }
 
 TEST(SolverNle, DiscontinuousResidualEndsInConvergenceOnDeltaX) {
