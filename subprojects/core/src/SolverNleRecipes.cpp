@@ -4,6 +4,7 @@
 #include <tarvo/utility/Log.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <sstream>
 
@@ -19,6 +20,9 @@ constexpr const char* deltaxExit =
 constexpr const char* plateauExit = "No change, we are on a plateau, trust descent Direction";
 // The least relative decrease of f over an iteration that is not a plateau.
 constexpr double stalledDecrease = 1e-8;
+// The least relative decrease of f over crawlIterations iterations in a row that is not a crawl.
+constexpr double crawlDecrease = 1e-4;
+constexpr int crawlIterations = 5;
 
 // The larger of two; a NaN in either wins, so that the tests below see it rather than skip it.
 double maxOf(double a, double b) {
@@ -92,6 +96,8 @@ int SolverNleRecipes::solve() {
     for (int i = 0; i < n; ++i)
         sum += x_[i] * x_[i];
     const double stpmax = stpmx_ * std::max(std::sqrt(sum), static_cast<double>(n));
+    // f after each of the last crawlIterations iterations; the oldest sits where the running one goes.
+    std::array<double, crawlIterations> fAfter{};
 
     while (iterations_ < maxits_) {
         f = calculateFJ();
@@ -125,7 +131,13 @@ int SolverNleRecipes::solve() {
             }
             // Newton's method lowers f by orders of magnitude near a root; an iteration that lowers it by
             // less than a part in 1e8 has come to a plateau, where further Jacobians only crawl along it.
-            if (fold - f < stalledDecrease * fold) {
+            // So has one that crawls: steps cut short, by the line search or by the limit on their length, that
+            // take iteration after iteration for a part in 1e4 of f. A solve that is only passing through a
+            // slow stretch lowers f by more than that over a few iterations.
+            double& fEarlier = fAfter[iterations_ % crawlIterations];
+            const bool crawls = iterations_ >= crawlIterations && fEarlier - f < crawlDecrease * fEarlier;
+            fEarlier = f;
+            if (fold - f < stalledDecrease * fold || crawls) {
                 TARVO_LOG(2) << plateauExit;
                 return finish_(-4);
             }

@@ -181,6 +181,22 @@ TEST(SolverNle, FlatObjectivesEndOnAPlateauOrAMinimum) {
     crawling->setTolerances(0, 0, 1e-11, 0);
     EXPECT_EQ(crawling->solve(), -4);
     EXPECT_EQ(crawling->iterations(), 0);
+
+    // F = 1 + 1e-3 atan(x), a residual that saturates as a bounded unknown does. Every Newton step is cut to
+    // the limit 0.5 max(|x0|, n) = 0.5, so iteration k ends at x = -0.5 (k + 1); each lowers f by less, but
+    // by more than 1e-8 relative for hundreds of iterations. The solve ends at the first iteration k that,
+    // with the four before it, lowers f by less than a part in 1e4.
+    FunctionSystem saturating = scalar(0.0, [](const Value& x) { return 1.0 + 1e-3 * atan(x); });
+    auto saturated = ready<SolverNleRecipesAutomatic>(saturating);
+    saturated->setTolerances(0, 0, 1e-11, 0);
+    const auto fAfter = [](int k) { return 0.5 * std::pow(1.0 + 1e-3 * std::atan(-0.5 * (k + 1)), 2); };
+    int crawlEnd = 5;
+    while (fAfter(crawlEnd - 5) - fAfter(crawlEnd) >= 1e-4 * fAfter(crawlEnd - 5))
+        ++crawlEnd;
+    ASSERT_LT(crawlEnd, 200);
+    EXPECT_EQ(saturated->solve(), -4);
+    EXPECT_EQ(saturated->iterations(), crawlEnd);
+    EXPECT_DOUBLE_EQ(saturated->x()[0], -0.5 * (crawlEnd + 1));
 }
 
 TEST(SolverNle, DiscontinuousResidualEndsInConvergenceOnDeltaX) {
