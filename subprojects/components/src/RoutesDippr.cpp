@@ -76,6 +76,7 @@ double RouteHeatVaporDippr::h_(double t) const {
 // q = exp(-2x) resp. exp(-2y), which stays finite for any x, y > 0.
 double RouteHeatVaporDippr::s_(double t) const {
     if (cpig_[1] == 0.0) return cpig_[0] * std::log(t);
+    if (t == lastEntropyT_) return lastEntropy_;
     const double x = std::fabs(cpig_[2]) / t, y = std::fabs(cpig_[4]) / t;
     double sinhPart;
     if (x == 0.0) {
@@ -86,7 +87,9 @@ double RouteHeatVaporDippr::s_(double t) const {
     }
     const double q = std::exp(-2 * y);
     const double coshPart = -2 * y * q / (1 + q) - std::log1p(q);
-    return cpig_[0] * std::log(t) + cpig_[1] * sinhPart - cpig_[3] * coshPart;
+    lastEntropyT_ = t;
+    lastEntropy_ = cpig_[0] * std::log(t) + cpig_[1] * sinhPart - cpig_[3] * coshPart;
+    return lastEntropy_;
 }
 
 Value RouteHeatVaporDippr::hv(const Value& T, const Value& P) const {

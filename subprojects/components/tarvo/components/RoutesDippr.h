@@ -28,6 +28,9 @@ private:
     // cp_ and its slope at the temperature of its last evaluation: a phase asks for its components' enthalpy,
     // entropy and heat capacity in turn at one temperature, and each of them needs cp.
     mutable double lastT_ = std::numeric_limits<double>::quiet_NaN(), lastCp_ = 0, lastSlope_ = 0;
+    // The entropy likewise: its closed form takes three transcendental functions, and the streams of a plant
+    // near its solution share a few temperatures.
+    mutable double lastEntropyT_ = std::numeric_limits<double>::quiet_NaN(), lastEntropy_ = 0;
 };
 
 // Saturated liquid density by DIPPR 105, held constant outside the record's range.
