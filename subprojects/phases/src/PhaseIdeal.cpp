@@ -1,7 +1,10 @@
 #include <tarvo/components/ListComponents.h>
 #include <tarvo/phases/PhaseIdeal.h>
 
+#include <tarvo/value/ActiveContext.h>
+
 #include <cmath>
+#include <optional>
 
 using Tarvo::Utility::PhaseType;
 
@@ -35,10 +38,23 @@ const Value& newtonPerMetre() {
     return unit;
 }
 bool present(const Vector& x, int i) { return x[i].toDouble() > 0; }
+
+// The pure component's property of the kind asked for, in the state given.
+Value pureProperty(const ComponentGeneric& c, PhaseType state, Ideal::PureProperty kind, const Value& T,
+                   const Value& P) {
+    const bool h = kind == Ideal::PureProperty::enthalpy, s = kind == Ideal::PureProperty::entropy;
+    switch (state) {
+    case PhaseType::vapor: return h ? c.hv(T, P) : s ? c.sv(T, P) : c.cpv(T, P);
+    case PhaseType::liquid: return h ? c.hl(T, P) : s ? c.sl(T, P) : c.cpl(T, P);
+    case PhaseType::solid: return h ? c.hs(T, P) : s ? c.ss(T, P) : c.cps(T, P);
+    default: return h ? zeroMolarEnthalpy() : zeroMolarEntropy();
+    }
+}
 } // namespace
 
 Ideal::Ideal()
-    : viscosities_(NCOMPONENTS), molecularWeights_(NCOMPONENTS), mixing_(NCOMPONENTS), lnphi_(NCOMPONENTS, zero) {}
+    : viscosities_(NCOMPONENTS), molecularWeights_(NCOMPONENTS), mixing_(NCOMPONENTS), lnphi_(NCOMPONENTS, zero),
+      pure_(NCOMPONENTS) {}
 
 void Ideal::initialize(const Vector&, const Value&, const Value&) {}
 
@@ -87,50 +103,69 @@ const Value& Ideal::calculate_Cp_(const Value& P, const Value& T, const Vector& 
     return sumCp_(phaseType(), P, T, x);
 }
 
-const Value& Ideal::sumH_(PhaseType state, const Value& P, const Value& T, const Vector& x) const {
-    H_ = zeroMolarEnthalpy();
+// Inside a solve of many unknowns every Value carries a sparse list of derivatives, and each operation in a
+// route merges such lists. A pure component's property depends on T and P alone: it is worked out with two
+// directions of its own, T and P, and its partials reach the solve's directions in one linear combination
+// per sum. The numbers are those of the plain arithmetic, operation for operation.
+void Ideal::purePoints_(const Value& P, const Value& T, const Vector& x, PhaseType state, PureProperty kind) const {
+    const bool derivatives = Active::numdir() > 0;
+    // The scope and the two variables stand only where derivatives are carried.
+    std::optional<ActiveContext::Scope> local;
+    Value t = derivatives ? Value(T.toDouble(), T.units()) : Value();
+    Value p = derivatives ? Value(P.toDouble(), P.units()) : Value();
+    if (derivatives) {
+        local.emplace(2);
+        t.active().setActive(0);
+        p.active().setActive(1);
+    }
     for (int i = 0; i < NCOMPONENTS; ++i) {
         if (!present(x, i)) continue;
-        const ComponentGeneric& c = *components[i];
-        switch (state) {
-        case PhaseType::vapor: H_ += x[i] * c.hv(T, P); break;
-        case PhaseType::liquid: H_ += x[i] * c.hl(T, P); break;
-        case PhaseType::solid: H_ += x[i] * c.hs(T, P); break;
-        default: break;
-        }
+        const Value v = pureProperty(*components[i], state, kind, derivatives ? t : T, derivatives ? p : P);
+        pure_[i] = {v.toDouble(), derivatives ? v.active().derivative(0) : 0.0,
+                    derivatives ? v.active().derivative(1) : 0.0};
     }
+}
+
+Value Ideal::mixtureSum_(const Value& P, const Value& T, const Vector& x, const Value& unit, bool mixing) const {
+    const double r = R.toDouble();
+    double value = unit.toDouble(), dT = 0, dP = 0;
+    for (int i = 0; i < NCOMPONENTS; ++i) {
+        if (!present(x, i)) continue;
+        const double xi = x[i].toDouble();
+        value += mixing ? xi * (pure_[i].value - r * std::log(xi)) : xi * pure_[i].value;
+        dT += xi * pure_[i].dT;
+        dP += xi * pure_[i].dP;
+    }
+    Active sum(value);
+    if (Active::numdir() > 0) {
+        // d(x f) = f dx + x df, and the mixing term -R x ln x adds -R (ln x + 1) dx.
+        for (int i = 0; i < NCOMPONENTS; ++i) {
+            if (!present(x, i)) continue;
+            const double xi = x[i].toDouble();
+            const double slope = mixing ? pure_[i].value - r * (std::log(xi) + 1) : pure_[i].value;
+            sum = Active::combine(value, 1, sum, slope, x[i].active());
+        }
+        sum = Active::combine(value, 1, sum, dT, T.active());
+        sum = Active::combine(value, 1, sum, dP, P.active());
+    }
+    return Value(sum, unit.units());
+}
+
+const Value& Ideal::sumH_(PhaseType state, const Value& P, const Value& T, const Vector& x) const {
+    purePoints_(P, T, x, state, PureProperty::enthalpy);
+    H_ = mixtureSum_(P, T, x, zeroMolarEnthalpy(), false);
     return H_;
 }
 
 const Value& Ideal::sumS_(PhaseType state, const Value& P, const Value& T, const Vector& x) const {
-    S_ = zeroMolarEntropy();
-    for (int i = 0; i < NCOMPONENTS; ++i) {
-        if (!present(x, i)) continue;
-        const ComponentGeneric& c = *components[i];
-        Value pure = zeroMolarEntropy();
-        switch (state) {
-        case PhaseType::vapor: pure = c.sv(T, P); break;
-        case PhaseType::liquid: pure = c.sl(T, P); break;
-        case PhaseType::solid: pure = c.ss(T, P); break;
-        default: break;
-        }
-        S_ += x[i] * (pure - R * log(x[i]));
-    }
+    purePoints_(P, T, x, state, PureProperty::entropy);
+    S_ = mixtureSum_(P, T, x, zeroMolarEntropy(), true);
     return S_;
 }
 
 const Value& Ideal::sumCp_(PhaseType state, const Value& P, const Value& T, const Vector& x) const {
-    Cp_ = zeroMolarEntropy();
-    for (int i = 0; i < NCOMPONENTS; ++i) {
-        if (!present(x, i)) continue;
-        const ComponentGeneric& c = *components[i];
-        switch (state) {
-        case PhaseType::vapor: Cp_ += x[i] * c.cpv(T, P); break;
-        case PhaseType::liquid: Cp_ += x[i] * c.cpl(T, P); break;
-        case PhaseType::solid: Cp_ += x[i] * c.cps(T, P); break;
-        default: break;
-        }
-    }
+    purePoints_(P, T, x, state, PureProperty::heatCapacity);
+    Cp_ = mixtureSum_(P, T, x, zeroMolarEntropy(), false);
     return Cp_;
 }
 

@@ -84,6 +84,62 @@ TEST_P(PhaseIdentityTest, MixingAddsTheIdealEntropyOfMixingToThePureEntropies) {
     EXPECT_NEAR(mixture, pure + mixing, 1e-9 * (std::fabs(pure) + mixing));
 }
 
+// Inside a solve of many unknowns the derivatives are sparse lists, and a sum reaches them from the
+// pure components' partials: each fraction, T and P on a direction of their own, against central
+// differences of the sums without derivatives.
+TEST_P(PhaseIdentityTest, SparseDerivativesOfTheSumsMatchCentralDifferences) {
+    const int tDirection = NCOMPONENTS, pDirection = NCOMPONENTS + 1, directions = NCOMPONENTS + 3;
+    const std::vector<double>& x = GetParam().x;
+    const auto sums = [&](const Value& p, const Value& t) {
+        return std::vector<double>{phase->calculate_H(p, t).toDouble(), phase->calculate_S(p, t).toDouble(),
+                                   phase->calculate_Cp(p, t).toDouble()};
+    };
+    std::vector<std::vector<double>> derivative(3, std::vector<double>(directions));
+    {
+        ActiveContext::Scope sparse(directions);
+        ASSERT_TRUE(Active::sparse()); // more directions than the dense store holds
+        for (int i = 0; i < NCOMPONENTS; ++i) phase->x[i].active().setDerivative(i, 1.0);
+        Value t = T(), p = P();
+        t.active().setDerivative(tDirection, 1.0);
+        p.active().setDerivative(pDirection, 1.0);
+        const Value values[] = {phase->calculate_H(p, t), phase->calculate_S(p, t), phase->calculate_Cp(p, t)};
+        for (int sum = 0; sum < 3; ++sum)
+            for (int d = 0; d < directions; ++d) derivative[sum][d] = values[sum].active().derivative(d);
+        for (int i = 0; i < NCOMPONENTS; ++i) phase->x[i].active() = Active(x[i]);
+    }
+    const double hx = 1e-6, ht = 0.01, hp = 1e-3 * GetParam().P;
+    const std::vector<double> centre = sums(P(), T());
+    for (int d = 0; d <= pDirection; ++d) {
+        if (d < NCOMPONENTS && x[d] <= 0) continue; // an absent component takes no part
+        std::vector<double> up, down;
+        double step = 0;
+        if (d == tDirection) {
+            step = ht;
+            up = sums(P(), T(ht));
+            down = sums(P(), T(-ht));
+        } else if (d == pDirection) {
+            step = hp;
+            up = sums(P(hp), T());
+            down = sums(P(-hp), T());
+        } else {
+            step = hx;
+            phase->x[d] = x[d] + hx;
+            up = sums(P(), T());
+            phase->x[d] = x[d] - hx;
+            down = sums(P(), T());
+            phase->x[d] = x[d];
+        }
+        for (int sum = 0; sum < 3; ++sum) {
+            // A saturated liquid's heat capacity takes its own slope in T from a central difference.
+            if (sum == 2 && d == tDirection && phase->phaseType() == Tarvo::Utility::PhaseType::liquid) continue;
+            const double difference = (up[sum] - down[sum]) / (2 * step);
+            // Against the change over the step, which the rounding of the sums bounds from below.
+            EXPECT_LT(std::fabs(derivative[sum][d] - difference) * step, 1e-9 * (std::fabs(centre[sum]) + 1e3))
+                << "sum " << sum << ", direction " << d;
+        }
+    }
+}
+
 // The vapor states of the same suite, for what holds of an ideal gas only.
 class IdealGasIdentityTest : public PhaseIdentityTest {};
 

@@ -50,6 +50,21 @@ protected:
 private:
     // The pure-component viscosities and molecular weights of the present components, for the vapor rules.
     void fillVaporData_(const Value& T, const Value& P, const Vector& x) const;
+
+public:
+    enum class PureProperty { enthalpy, entropy, heatCapacity };
+
+private:
+    // A pure component's property at the phase's temperature and pressure, with its partial derivatives.
+    struct PurePoint {
+        double value = 0, dT = 0, dP = 0;
+    };
+    // The property of each component present in the state given, into pure_.
+    void purePoints_(const Value& P, const Value& T, const Vector& x, Tarvo::Utility::PhaseType state,
+                     PureProperty kind) const;
+    // The sum over the components present of x_i f_i, and of the mixing term that entropy adds, from pure_.
+    Value mixtureSum_(const Value& P, const Value& T, const Vector& x, const Value& unit, bool mixing) const;
+    mutable std::vector<PurePoint> pure_;
 };
 
 } // namespace Phase
