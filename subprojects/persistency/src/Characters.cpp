@@ -1,12 +1,26 @@
 #include <tarvo/persistency/Characters.h>
 #include <tarvo/persistency/Utf.h>
 
+#include <algorithm>
 #include <cstring>
 #include <iostream>
 
 namespace {
 
+// The rule below for a text of ASCII characters alone, as nearly every tag and description is: every item of
+// every case passes here, and the text need not be decoded.
+bool validAscii(const std::string& text, const char* others) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        if ((c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z')) continue;
+        if (i == 0 || c == 0 || !std::strchr(others, c)) return false;
+    }
+    return true;
+}
+
 bool validText(const std::string& text, const char* others) {
+    if (std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; }))
+        return validAscii(text, others);
     std::u32string points;
     const ConversionResult result = utf8ToUtf32(text, points);
     if (result != ConversionResult::ok) {

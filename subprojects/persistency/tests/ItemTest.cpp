@@ -56,6 +56,7 @@ TEST(ItemValidation, TagsAndDescriptions) {
     EXPECT_TRUE(validTag("a:b", true));
     EXPECT_FALSE(validTag("a€", false)); // a code point outside the letters, not an ASCII mark
     EXPECT_FALSE(validTag("a'b", false));
+    EXPECT_FALSE(validTag(std::string("a\0b", 3), false)); // a NUL inside, in an ASCII text as in any other
     EXPECT_TRUE(validDescription("Membrane area, m2 {total} [sum]"));
     EXPECT_FALSE(validDescription("Pressure (abs)"));
     EXPECT_FALSE(validDescription("50% cut"));
