@@ -111,8 +111,7 @@ void Ideal::purePoints_(const Value& P, const Value& T, const Vector& x, PhaseTy
     const bool derivatives = Active::numdir() > 0;
     // The scope and the two variables stand only where derivatives are carried.
     std::optional<ActiveContext::Scope> local;
-    Value t = derivatives ? Value(T.toDouble(), T.units()) : Value();
-    Value p = derivatives ? Value(P.toDouble(), P.units()) : Value();
+    Value t = Value::inUnitsOf(Active(T.toDouble()), T), p = Value::inUnitsOf(Active(P.toDouble()), P);
     if (derivatives) {
         local.emplace(2);
         t.active().setActive(0);
@@ -132,7 +131,9 @@ Value Ideal::mixtureSum_(const Value& P, const Value& T, const Vector& x, const 
     for (int i = 0; i < NCOMPONENTS; ++i) {
         if (!present(x, i)) continue;
         const double xi = x[i].toDouble();
-        value += mixing ? xi * (pure_[i].value - r * std::log(xi)) : xi * pure_[i].value;
+        // The mixing term's logarithm goes with the point, for the slope below.
+        if (mixing) pure_[i].lnx = std::log(xi);
+        value += mixing ? xi * (pure_[i].value - r * pure_[i].lnx) : xi * pure_[i].value;
         dT += xi * pure_[i].dT;
         dP += xi * pure_[i].dP;
     }
@@ -141,14 +142,13 @@ Value Ideal::mixtureSum_(const Value& P, const Value& T, const Vector& x, const 
         // d(x f) = f dx + x df, and the mixing term -R x ln x adds -R (ln x + 1) dx.
         for (int i = 0; i < NCOMPONENTS; ++i) {
             if (!present(x, i)) continue;
-            const double xi = x[i].toDouble();
-            const double slope = mixing ? pure_[i].value - r * (std::log(xi) + 1) : pure_[i].value;
+            const double slope = mixing ? pure_[i].value - r * (pure_[i].lnx + 1) : pure_[i].value;
             sum = Active::combine(value, 1, sum, slope, x[i].active());
         }
         sum = Active::combine(value, 1, sum, dT, T.active());
         sum = Active::combine(value, 1, sum, dP, P.active());
     }
-    return Value(sum, unit.units());
+    return Value::inUnitsOf(std::move(sum), unit);
 }
 
 const Value& Ideal::sumH_(PhaseType state, const Value& P, const Value& T, const Vector& x) const {

@@ -58,6 +58,7 @@ private:
     // A pure component's property at the phase's temperature and pressure, with its partial derivatives.
     struct PurePoint {
         double value = 0, dT = 0, dP = 0;
+        double lnx = 0; // ln x of the component, where a sum has the mixing term
     };
     // The property of each component present in the state given, into pure_.
     void purePoints_(const Value& P, const Value& T, const Vector& x, Tarvo::Utility::PhaseType state,

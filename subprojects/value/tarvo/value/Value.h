@@ -77,6 +77,10 @@ public:
     void setOutput() { output_ = true; }
     void unsetOutput() { output_ = false; }
 
+    // The number and derivatives a in the units of o, without a check: for code that works the number out
+    // apart from o, as a sum of pure components' properties does.
+    static GenericValue inUnitsOf(A a, const GenericValue& o) { return GenericValue(std::move(a), o.units_); }
+
     A& active() { return value_; }
     const A& active() const { return value_; }
     UnitArray units() const { return units_.unpack(); }
