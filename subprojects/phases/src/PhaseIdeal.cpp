@@ -109,7 +109,7 @@ const Value& Ideal::calculate_Cp_(const Value& P, const Value& T, const Vector& 
 // per sum. The numbers are those of the plain arithmetic, operation for operation.
 void Ideal::purePoints_(const Value& P, const Value& T, const Vector& x, PhaseType state, PureProperty kind) const {
     const bool derivatives = Active::numdir() > 0;
-    // The scope and the two variables stand only where derivatives are carried.
+    // The scope stands, and T and P are its directions, only where derivatives are carried.
     std::optional<ActiveContext::Scope> local;
     Value t = Value::inUnitsOf(Active(T.toDouble()), T), p = Value::inUnitsOf(Active(P.toDouble()), P);
     if (derivatives) {
@@ -120,6 +120,7 @@ void Ideal::purePoints_(const Value& P, const Value& T, const Vector& x, PhaseTy
     for (int i = 0; i < NCOMPONENTS; ++i) {
         if (!present(x, i)) continue;
         const Value v = pureProperty(*components[i], state, kind, derivatives ? t : T, derivatives ? p : P);
+        v.same(__PRETTY_FUNCTION__, kind == PureProperty::enthalpy ? zeroMolarEnthalpy() : zeroMolarEntropy());
         pure_[i] = {v.toDouble(), derivatives ? v.active().derivative(0) : 0.0,
                     derivatives ? v.active().derivative(1) : 0.0};
     }
