@@ -39,6 +39,11 @@ const Value& newtonPerMetre() {
 }
 bool present(const Vector& x, int i) { return x[i].toDouble() > 0; }
 
+// The units of a pure property of the kind given: entropy and heat capacity share theirs.
+const Value& unitOf(Ideal::PureProperty kind) {
+    return kind == Ideal::PureProperty::enthalpy ? zeroMolarEnthalpy() : zeroMolarEntropy();
+}
+
 // The pure component's property of the kind asked for, in the state given.
 Value pureProperty(const ComponentGeneric& c, PhaseType state, Ideal::PureProperty kind, const Value& T,
                    const Value& P) {
@@ -47,7 +52,7 @@ Value pureProperty(const ComponentGeneric& c, PhaseType state, Ideal::PureProper
     case PhaseType::vapor: return h ? c.hv(T, P) : s ? c.sv(T, P) : c.cpv(T, P);
     case PhaseType::liquid: return h ? c.hl(T, P) : s ? c.sl(T, P) : c.cpl(T, P);
     case PhaseType::solid: return h ? c.hs(T, P) : s ? c.ss(T, P) : c.cps(T, P);
-    default: return h ? zeroMolarEnthalpy() : zeroMolarEntropy();
+    default: return unitOf(kind);
     }
 }
 } // namespace
@@ -120,13 +125,16 @@ void Ideal::purePoints_(const Value& P, const Value& T, const Vector& x, PhaseTy
     for (int i = 0; i < NCOMPONENTS; ++i) {
         if (!present(x, i)) continue;
         const Value v = pureProperty(*components[i], state, kind, derivatives ? t : T, derivatives ? p : P);
-        v.same(__PRETTY_FUNCTION__, kind == PureProperty::enthalpy ? zeroMolarEnthalpy() : zeroMolarEntropy());
+        v.same(__PRETTY_FUNCTION__, unitOf(kind));
         pure_[i] = {v.toDouble(), derivatives ? v.active().derivative(0) : 0.0,
                     derivatives ? v.active().derivative(1) : 0.0};
     }
 }
 
-Value Ideal::mixtureSum_(const Value& P, const Value& T, const Vector& x, const Value& unit, bool mixing) const {
+Value Ideal::mixtureSum_(const Value& P, const Value& T, const Vector& x, PhaseType state, PureProperty kind) const {
+    purePoints_(P, T, x, state, kind);
+    const Value& unit = unitOf(kind);
+    const bool mixing = kind == PureProperty::entropy;
     const double r = R.toDouble();
     double value = unit.toDouble(), dT = 0, dP = 0;
     for (int i = 0; i < NCOMPONENTS; ++i) {
@@ -153,20 +161,17 @@ Value Ideal::mixtureSum_(const Value& P, const Value& T, const Vector& x, const 
 }
 
 const Value& Ideal::sumH_(PhaseType state, const Value& P, const Value& T, const Vector& x) const {
-    purePoints_(P, T, x, state, PureProperty::enthalpy);
-    H_ = mixtureSum_(P, T, x, zeroMolarEnthalpy(), false);
+    H_ = mixtureSum_(P, T, x, state, PureProperty::enthalpy);
     return H_;
 }
 
 const Value& Ideal::sumS_(PhaseType state, const Value& P, const Value& T, const Vector& x) const {
-    purePoints_(P, T, x, state, PureProperty::entropy);
-    S_ = mixtureSum_(P, T, x, zeroMolarEntropy(), true);
+    S_ = mixtureSum_(P, T, x, state, PureProperty::entropy);
     return S_;
 }
 
 const Value& Ideal::sumCp_(PhaseType state, const Value& P, const Value& T, const Vector& x) const {
-    purePoints_(P, T, x, state, PureProperty::heatCapacity);
-    Cp_ = mixtureSum_(P, T, x, zeroMolarEntropy(), false);
+    Cp_ = mixtureSum_(P, T, x, state, PureProperty::heatCapacity);
     return Cp_;
 }
 

@@ -63,8 +63,10 @@ private:
     // The property of each component present in the state given, into pure_.
     void purePoints_(const Value& P, const Value& T, const Vector& x, Tarvo::Utility::PhaseType state,
                      PureProperty kind) const;
-    // The sum over the components present of x_i f_i, and of the mixing term that entropy adds, from pure_.
-    Value mixtureSum_(const Value& P, const Value& T, const Vector& x, const Value& unit, bool mixing) const;
+    // The sum over the components present of x_i f_i of the property of the kind given, and of the mixing term
+    // that entropy adds.
+    Value mixtureSum_(const Value& P, const Value& T, const Vector& x, Tarvo::Utility::PhaseType state,
+                      PureProperty kind) const;
     mutable std::vector<PurePoint> pure_;
 };
 
