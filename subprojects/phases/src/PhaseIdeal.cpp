@@ -58,8 +58,10 @@ Value pureProperty(const ComponentGeneric& c, PhaseType state, Ideal::PureProper
 } // namespace
 
 Ideal::Ideal()
-    : viscosities_(NCOMPONENTS), molecularWeights_(NCOMPONENTS), mixing_(NCOMPONENTS), lnphi_(NCOMPONENTS, zero),
-      pure_(NCOMPONENTS) {}
+    : viscosities_(NCOMPONENTS), molecularWeights_(NCOMPONENTS), mixing_(NCOMPONENTS), lnphi_(NCOMPONENTS, zero) {
+    for (auto& kind : pure_)
+        for (PurePoints& state : kind) state.points.resize(NCOMPONENTS);
+}
 
 void Ideal::initialize(const Vector&, const Value&, const Value&) {}
 
@@ -111,28 +113,48 @@ const Value& Ideal::calculate_Cp_(const Value& P, const Value& T, const Vector& 
 // Inside a solve of many unknowns every Value carries a sparse list of derivatives, and each operation in a
 // route merges such lists. A pure component's property depends on T and P alone: it is worked out with two
 // directions of its own, T and P, and its partials reach the solve's directions in one linear combination
-// per sum. The numbers are those of the plain arithmetic, operation for operation.
-void Ideal::purePoints_(const Value& P, const Value& T, const Vector& x, PhaseType state, PureProperty kind) const {
+// per sum. The numbers are those of the plain arithmetic, operation for operation, and they are kept until T,
+// P or the state change.
+auto Ideal::purePoints_(const Value& P, const Value& T, const Vector& x, PhaseType state,
+                        PureProperty kind) const -> std::vector<PurePoint>& {
     const bool derivatives = Active::numdir() > 0;
-    // The scope stands, and T and P are its directions, only where derivatives are carried.
+    const auto holds = [&](const PurePoints& c) {
+        return T.toDouble() == c.T && P.toDouble() == c.P && state == c.state && (c.partials || !derivatives);
+    };
+    // The last state used comes first: a flash's own state and its stream's, which differ while the flash's
+    // pressure is an unknown of a solve, take turns.
+    auto& states = pure_[static_cast<int>(kind)];
+    if (!holds(states[0])) std::swap(states[0], states[1]);
+    PurePoints& cache = states[0];
+    if (!holds(cache)) {
+        cache.T = T.toDouble();
+        cache.P = P.toDouble();
+        cache.state = state;
+        cache.partials = derivatives;
+        for (PurePoint& point : cache.points) point.known = false;
+    }
+    // The scope stands, and T and P are its directions, only where slopes are worked out.
     std::optional<ActiveContext::Scope> local;
-    Value t = Value::inUnitsOf(Active(T.toDouble()), T), p = Value::inUnitsOf(Active(P.toDouble()), P);
-    if (derivatives) {
-        local.emplace(2);
-        t.active().setActive(0);
-        p.active().setActive(1);
-    }
+    std::optional<Value> t, p;
     for (int i = 0; i < NCOMPONENTS; ++i) {
-        if (!present(x, i)) continue;
-        const Value v = pureProperty(*components[i], state, kind, derivatives ? t : T, derivatives ? p : P);
+        if (!present(x, i) || cache.points[i].known) continue;
+        if (cache.partials && !local) {
+            local.emplace(2);
+            t = Value::inUnitsOf(Active(T.toDouble()), T);
+            p = Value::inUnitsOf(Active(P.toDouble()), P);
+            t->active().setActive(0);
+            p->active().setActive(1);
+        }
+        const Value v = pureProperty(*components[i], state, kind, local ? *t : T, local ? *p : P);
         v.same(__PRETTY_FUNCTION__, unitOf(kind));
-        pure_[i] = {v.toDouble(), derivatives ? v.active().derivative(0) : 0.0,
-                    derivatives ? v.active().derivative(1) : 0.0};
+        cache.points[i] = {v.toDouble(), local ? v.active().derivative(0) : 0.0,
+                           local ? v.active().derivative(1) : 0.0, 0.0, true};
     }
+    return cache.points;
 }
 
 Value Ideal::mixtureSum_(const Value& P, const Value& T, const Vector& x, PhaseType state, PureProperty kind) const {
-    purePoints_(P, T, x, state, kind);
+    std::vector<PurePoint>& pure = purePoints_(P, T, x, state, kind);
     const Value& unit = unitOf(kind);
     const bool mixing = kind == PureProperty::entropy;
     const double r = R.toDouble();
@@ -141,17 +163,17 @@ Value Ideal::mixtureSum_(const Value& P, const Value& T, const Vector& x, PhaseT
         if (!present(x, i)) continue;
         const double xi = x[i].toDouble();
         // The mixing term's logarithm goes with the point, for the slope below.
-        if (mixing) pure_[i].lnx = std::log(xi);
-        value += mixing ? xi * (pure_[i].value - r * pure_[i].lnx) : xi * pure_[i].value;
-        dT += xi * pure_[i].dT;
-        dP += xi * pure_[i].dP;
+        if (mixing) pure[i].lnx = std::log(xi);
+        value += mixing ? xi * (pure[i].value - r * pure[i].lnx) : xi * pure[i].value;
+        dT += xi * pure[i].dT;
+        dP += xi * pure[i].dP;
     }
     Active sum(value);
     if (Active::numdir() > 0) {
         // d(x f) = f dx + x df, and the mixing term -R x ln x adds -R (ln x + 1) dx.
         for (int i = 0; i < NCOMPONENTS; ++i) {
             if (!present(x, i)) continue;
-            const double slope = mixing ? pure_[i].value - r * (pure_[i].lnx + 1) : pure_[i].value;
+            const double slope = mixing ? pure[i].value - r * (pure[i].lnx + 1) : pure[i].value;
             sum = Active::combine(value, 1, sum, slope, x[i].active());
         }
         sum = Active::combine(value, 1, sum, dT, T.active());

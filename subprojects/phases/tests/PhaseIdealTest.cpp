@@ -3,6 +3,7 @@
 #include <tarvo/phases/PhaseGeneric.h>
 #include <tarvo/phases/PhaseIdeal.h>
 #include <tarvo/phases/PhaseTotal.h>
+#include <tarvo/value/ActiveContext.h>
 
 #include <cmath>
 #include <vector>
@@ -41,6 +42,39 @@ TEST_F(PhaseTest, IdealVaporMatchesAnIndependentIntegrationOfTheCorrelations) {
     EXPECT_NEAR(v->H.toDouble(), -198321471.1, 1e-7 * 198321471.1);
     EXPECT_NEAR(v->S.toDouble(), 1478.499677, 1e-6 * 1478.5);
     EXPECT_NEAR(v->Cp.toDouble(), 31863.69072, 1e-8 * 31863.7);
+}
+
+// A phase keeps the pure components' properties of the states it last met. Whatever it kept, a sum is that of
+// the components present now, in the phase's type now, with the slopes that the caller's directions ask for.
+TEST_F(PhaseTest, SumsAtOneStateFollowTheComponentsTheTypeAndTheDirections) {
+    auto phase = make<Phase::Generic>("PhaseIdeal<vapor>");
+    const Value P = Pa(1e5), T = K(300);
+    const std::vector<double> x{0.2, 0.3, 0.1, 0.25, 0.15};
+    double vapor = 0, solid = 0, cp = 0;
+    for (int i = 0; i < NCOMPONENTS; ++i) {
+        vapor += x[i] * components[i]->hv(T, P).toDouble();
+        solid += x[i] * components[i]->hs(T, P).toDouble();
+        cp += x[i] * components[i]->cpv(T, P).toDouble();
+    }
+    ASSERT_GT(std::fabs(vapor - solid), 1e-3 * std::fabs(vapor)); // the types tell apart
+
+    // Carbon dioxide alone, without derivatives; then the mixture at the same state, with T as a direction.
+    for (int i = 0; i < NCOMPONENTS; ++i) phase->x[i] = i == 0 ? 1.0 : 0.0;
+    EXPECT_EQ(phase->calculate_H(P, T).toDouble(), components[0]->hv(T, P).toDouble());
+    for (int i = 0; i < NCOMPONENTS; ++i) phase->x[i] = x[i];
+    {
+        ActiveContext::Scope directions(2);
+        Value t = T;
+        t.active().setActive(0);
+        const Value H = phase->calculate_H(P, t);
+        EXPECT_NEAR(H.toDouble(), vapor, 1e-13 * std::fabs(vapor));
+        EXPECT_NEAR(H.active().derivative(0), cp, 1e-10 * cp); // an ideal gas's dH/dT is its heat capacity
+    }
+    // The same state as a solid, and back.
+    phase->setType(PhaseType::solid);
+    EXPECT_NEAR(phase->calculate_H(P, T).toDouble(), solid, 1e-13 * std::fabs(solid));
+    phase->setType(PhaseType::vapor);
+    EXPECT_NEAR(phase->calculate_H(P, T).toDouble(), vapor, 1e-13 * std::fabs(vapor));
 }
 
 TEST_F(PhaseTest, IdealVaporDensityAtTheReferenceState) {

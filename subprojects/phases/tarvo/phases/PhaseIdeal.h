@@ -4,6 +4,7 @@
 #include <tarvo/phases/PhaseGenericInterface.h>
 #include <tarvo/utility/Diagnostic.h>
 
+#include <array>
 #include <vector>
 
 namespace Phase {
@@ -59,15 +60,25 @@ private:
     struct PurePoint {
         double value = 0, dT = 0, dP = 0;
         double lnx = 0; // ln x of the component, where a sum has the mixing term
+        bool known = false;
     };
-    // The property of each component present in the state given, into pure_.
-    void purePoints_(const Value& P, const Value& T, const Vector& x, Tarvo::Utility::PhaseType state,
-                     PureProperty kind) const;
+    // The points of one kind of property at the temperature, pressure and state they were worked out for. A
+    // stream evaluates its phase several times at one state in a solve's step (its flash's residuals, its own
+    // properties, a unit's results), with other derivatives but the same numbers.
+    struct PurePoints {
+        double T = 0, P = 0;
+        Tarvo::Utility::PhaseType state = Tarvo::Utility::PhaseType::liquid;
+        bool partials = false; // the points hold their slopes in T and P
+        std::vector<PurePoint> points;
+    };
+    // The property of each component present in the state given, from the points of that kind.
+    std::vector<PurePoint>& purePoints_(const Value& P, const Value& T, const Vector& x,
+                                        Tarvo::Utility::PhaseType state, PureProperty kind) const;
     // The sum over the components present of x_i f_i of the property of the kind given, and of the mixing term
     // that entropy adds.
     Value mixtureSum_(const Value& P, const Value& T, const Vector& x, Tarvo::Utility::PhaseType state,
                       PureProperty kind) const;
-    mutable std::vector<PurePoint> pure_;
+    mutable std::array<std::array<PurePoints, 2>, 3> pure_; // by kind, the last two states
 };
 
 } // namespace Phase
