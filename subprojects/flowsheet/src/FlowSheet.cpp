@@ -444,7 +444,7 @@ void FlowSheet::copyInlets() {
                           " is not connected to any external inlet stream nor is it a cut stream");
             continue;
         }
-        const auto& external = *my_cast<Stream*>(inlets_[i], TARVO_FUNCTION);
+        const auto& external = *my_cast_in<Stream*>(inlets_[i], __PRETTY_FUNCTION__);
         TARVO_LOG(4) << "Now copying external stream " << external.fullTag() << " to internal stream " << tag;
         copyStream(internal, external);
         const FlashMode mode = enthalpyFlashMode(internal);
@@ -463,7 +463,7 @@ void FlowSheet::copyOutlets() {
         const int i = portIndex(port, "out");
         assert(i >= 0);
         if (!hasOutlet(static_cast<unsigned int>(i))) continue;
-        copyStream(*my_cast<Stream*>(outlets_[i], TARVO_FUNCTION), streamOf(*this, tag));
+        copyStream(*my_cast_in<Stream*>(outlets_[i], __PRETTY_FUNCTION__), streamOf(*this, tag));
     }
 }
 

@@ -48,7 +48,7 @@ MultiStageOneTwo::MultiStageOneTwo(const Defaults& defaults, uint32_t id, Persis
 }
 
 Object& MultiStageOneTwo::stage(int i) const {
-    return *my_cast<Object*>(&child(indexed("S", i)), TARVO_FUNCTION);
+    return *my_cast_in<Object*>(&child(indexed("S", i)), __PRETTY_FUNCTION__);
 }
 
 void MultiStageOneTwo::post(SolutionMode, int) {

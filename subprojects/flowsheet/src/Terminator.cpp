@@ -36,7 +36,7 @@ void Terminator::go(SolutionMode mode, int level) {
     // Slots freed by removed cuts stay in the list as nulls.
     for (EdgeBase* edge : outlets_) {
         if (!edge) continue;
-        auto* stream = my_cast<Stream*>(edge, TARVO_FUNCTION);
+        auto* stream = my_cast_in<Stream*>(edge, __PRETTY_FUNCTION__);
         TARVO_LOG(4) << "Processing outlet stream " << stream->tag();
         if (stream->isCut()) {
             // The tear values were just stepped or set by the solver: the rest of the stream follows them.

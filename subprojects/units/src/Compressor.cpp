@@ -15,7 +15,7 @@ namespace {
 constexpr int verbosityFile = -1;
 
 Phase::MassMolarProperties& properties(Stream& stream) {
-    return *my_cast<Phase::MassMolarProperties*>(stream.Tphase, TARVO_FUNCTION);
+    return *my_cast_in<Phase::MassMolarProperties*>(stream.Tphase, __PRETTY_FUNCTION__);
 }
 } // namespace
 
