@@ -1,4 +1,5 @@
 #include <tarvo/persistency/Object.h>
+#include <tarvo/utility/CachedCast.h>
 #include <tarvo/utility/Error.h>
 #include <tarvo/utility/FunctionName.h>
 #include <tarvo/utility/Log.h>
@@ -290,7 +291,7 @@ void Object::clear() {
 
 Node& Object::operator=(const Node& other) {
     if (this == &other) return *this;
-    if (const auto* o = dynamic_cast<const Object*>(&other)) {
+    if (const auto* o = Tarvo::Utility::cachedCast<const Object*>(&other)) {
         copyValues(integers, o->integers, [](Integer& a, const Integer& b) { a = b.value(); });
         copyValues(integerVectors, o->integerVectors, [](IntegerVector& a, const IntegerVector& b) { a.value() = b.value(); });
         copyValues(quantities, o->quantities, [](Quantity& a, const Quantity& b) { a = b; });

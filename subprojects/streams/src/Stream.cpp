@@ -2,6 +2,7 @@
 #include <tarvo/phases/PhaseMassMolarProperties.h>
 #include <tarvo/phases/Total.h>
 #include <tarvo/streams/Stream.h>
+#include <tarvo/utility/CachedCast.h>
 #include <tarvo/utility/FunctionName.h>
 #include <tarvo/utility/Log.h>
 
@@ -111,7 +112,9 @@ void Stream::initializeNonPersistents() {
     for (Phase::Mass* phase : phases_) phase->initializeNonPersistents();
 }
 
-bool Stream::hasProperties() const { return dynamic_cast<const Phase::MassMolarProperties*>(Tphase) != nullptr; }
+bool Stream::hasProperties() const {
+    return Tarvo::Utility::cachedCast<const Phase::MassMolarProperties*>(Tphase) != nullptr;
+}
 
 FlashMode Stream::flashOptionMode() const {
     if (flashoption.value().empty()) return FlashMode::PT;

@@ -2,6 +2,7 @@
 #include <tarvo/phases/PhaseMassMolarProperties.h>
 #include <tarvo/streams/Stream.h>
 #include <tarvo/units/Connectivity.h>
+#include <tarvo/utility/CachedCast.h>
 #include <tarvo/utility/FunctionName.h>
 
 #include <cstdlib>
@@ -234,13 +235,13 @@ void Connectivity::calculateBalance() {
         q.clear();
     // A tear copy that enters this unit is its real inlet, so cut streams count like any other.
     const auto add = [this](EdgeBase* edge, double sign) {
-        const auto* stream = dynamic_cast<const Stream*>(edge);
+        const auto* stream = Tarvo::Utility::cachedCast<const Stream*>(edge);
         if (!stream) return;
         const Phase::Mass& total = *stream->Tphase;
         for (int i = 0; i < NCOMPONENTS; ++i)
             mdotcomp[i] += sign * total.mdotcomps[i];
         (sign > 0 ? mdotin : mdotout) += total.mdot;
-        if (const auto* properties = dynamic_cast<const Phase::MassMolarProperties*>(&total))
+        if (const auto* properties = Tarvo::Utility::cachedCast<const Phase::MassMolarProperties*>(&total))
             cduty += sign * total.mdot * properties->h;
     };
     for (EdgeBase* edge : outlets_)

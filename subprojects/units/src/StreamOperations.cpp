@@ -1,6 +1,7 @@
 #include <tarvo/phases/PhaseMassMolarProperties.h>
 #include <tarvo/streams/Stream.h>
 #include <tarvo/units/StreamOperations.h>
+#include <tarvo/utility/CachedCast.h>
 
 #include <algorithm>
 #include <cassert>
@@ -19,7 +20,7 @@ Tarvo::Utility::FlashMode enthalpyFlashMode(const Stream& stream) {
 }
 
 Flash& flashOf(Stream& stream) {
-    auto* flash = dynamic_cast<Flash*>(stream.objective());
+    auto* flash = Tarvo::Utility::cachedCast<Flash*>(stream.objective());
     assert(flash); // every stream's objective is its flash
     flash->ensureUnknowns();
     return *flash;
@@ -33,7 +34,7 @@ void refreshOutlet(Stream& outlet, const Tarvo::Utility::FlashMode& mode, Calcul
 
 Value volumeFlow(const Stream& stream) {
     static const Value waterDensity(1000.0, "kg/m3");
-    if (const auto* total = dynamic_cast<const Phase::MassMolarProperties*>(stream.Tphase))
+    if (const auto* total = Tarvo::Utility::cachedCast<const Phase::MassMolarProperties*>(stream.Tphase))
         return total->vdot;
     return stream.Tphase->mdot / waterDensity;
 }

@@ -5,6 +5,7 @@
 #include <tarvo/persistency/Icon.h>
 #include <tarvo/persistency/Node.h>
 #include <tarvo/persistency/TypeDescriptor.h>
+#include <tarvo/utility/CachedCast.h>
 #include <tarvo/utility/Error.h>
 #include <tarvo/utility/FunctionName.h>
 
@@ -68,7 +69,7 @@ private:
 
 // A checked cast for model code: throws ErrorDynamicCast naming the node, its type and the target.
 template <typename T> T my_cast(Node* node, const std::string& function) {
-    T target = dynamic_cast<T>(node);
+    T target = Tarvo::Utility::cachedCast<T>(node);
     if (!target) {
         throw ErrorDynamicCast(function, node ? node->type() : std::string("null"), typeid(T).name(),
                                node ? node->tag() : std::string("null"));
@@ -79,7 +80,7 @@ template <typename T> T my_cast(Node* node, const std::string& function) {
 // The same for code that casts at every evaluation: `signature` is the caller's __PRETTY_FUNCTION__, cut to
 // its name only for the error, so that a cast that succeeds builds no text.
 template <typename T> T my_cast_in(Node* node, const char* signature) {
-    if (T target = dynamic_cast<T>(node)) return target;
+    if (T target = Tarvo::Utility::cachedCast<T>(node)) return target;
     return my_cast<T>(node, Tarvo::Utility::shortFunctionName(signature));
 }
 
