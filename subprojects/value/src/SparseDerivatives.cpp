@@ -62,41 +62,53 @@ SparseDerivatives<V>* SparseDerivatives<V>::copy(const SparseDerivatives& o, int
 template <typename V>
 SparseDerivatives<V>* SparseDerivatives<V>::combine(V a, const SparseDerivatives* x, V b,
                                                     const SparseDerivatives* y) noexcept {
+    // The entries are written through a pointer of the loop's own and counted once at the end: a count kept in
+    // the list would be stored and loaded again at every entry, as an entry's direction may alias it.
+    const auto finish = [](SparseDerivatives* out, const Entry* end) {
+        out->size_ = int(end - out->entries());
+        return out;
+    };
     // Half the lists of a flowsheet's solve meet a number without derivatives, and a quarter one with the same
     // directions (variables of one stream): both without the merge's branch at every entry.
     if (!x || !y) {
         const SparseDerivatives& only = x ? *x : *y;
         const V k = x ? a : b;
         SparseDerivatives* out = create(only.size_);
-        for (const Entry& e : only) out->append(e.first, k * e.second);
-        return out;
-    }
-    const auto sameDirection = [](const Entry& p, const Entry& q) { return p.first == q.first; };
-    if (x->size_ == y->size_ && std::equal(x->begin(), x->end(), y->begin(), sameDirection)) {
-        SparseDerivatives* out = create(x->size_);
-        for (int i = 0; i < x->size_; ++i) {
-            const Entry &p = x->entries()[i], &q = y->entries()[i];
-            out->append(p.first, a * p.second + b * q.second);
-        }
-        return out;
+        Entry* o = out->entries();
+        for (const Entry& e : only) new (o++) Entry(e.first, k * e.second);
+        return finish(out, o);
     }
     const Entry *ix = x->begin(), *xEnd = x->end();
     const Entry *iy = y->begin(), *yEnd = y->end();
+    if (x->size_ == y->size_) {
+        SparseDerivatives* out = create(x->size_);
+        Entry* o = out->entries();
+        for (; ix != xEnd && ix->first == iy->first; ++ix, ++iy)
+            new (o++) Entry(ix->first, a * ix->second + b * iy->second);
+        if (ix == xEnd) return finish(out, o);
+        // Directions that part: the merge below, from the start.
+        destroy(out);
+        ix = x->begin();
+        iy = y->begin();
+    }
     SparseDerivatives* out = create(int((xEnd - ix) + (yEnd - iy)));
-    while (ix != xEnd || iy != yEnd) {
-        if (iy == yEnd || (ix != xEnd && ix->first < iy->first)) {
-            out->append(ix->first, a * ix->second);
+    Entry* o = out->entries();
+    while (ix != xEnd && iy != yEnd) {
+        if (ix->first < iy->first) {
+            new (o++) Entry(ix->first, a * ix->second);
             ++ix;
-        } else if (ix == xEnd || iy->first < ix->first) {
-            out->append(iy->first, b * iy->second);
+        } else if (iy->first < ix->first) {
+            new (o++) Entry(iy->first, b * iy->second);
             ++iy;
         } else {
-            out->append(ix->first, a * ix->second + b * iy->second);
+            new (o++) Entry(ix->first, a * ix->second + b * iy->second);
             ++ix;
             ++iy;
         }
     }
-    return out;
+    for (; ix != xEnd; ++ix) new (o++) Entry(ix->first, a * ix->second);
+    for (; iy != yEnd; ++iy) new (o++) Entry(iy->first, b * iy->second);
+    return finish(out, o);
 }
 
 template <typename V> auto SparseDerivatives<V>::lowerBound(int i) const -> const Entry* {

@@ -47,7 +47,6 @@ private:
     const Entry* entries() const { return reinterpret_cast<const Entry*>(this + 1); }
     static SparseDerivatives* copy(const SparseDerivatives& o, int capacity) noexcept;
     const Entry* lowerBound(int i) const;
-    void append(int i, V d) { new (entries() + size_++) Entry(i, d); }
 
     // The entries follow the header in the same block, aligned as they need.
     alignas(Entry) int size_ = 0;
