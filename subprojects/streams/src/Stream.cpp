@@ -196,7 +196,8 @@ void Stream::go(SolutionMode mode, int) {
     // search, and no clipped one, stands for a result.
     const bool outside = status == Flash::temperatureOutside || status == Flash::pressureOutside;
     if (!outside) updateFlash();
-    calculateXnoFlash(balance);
+    // The flash divides the total among its phases and leaves the total's flows, balanced above, as they are.
+    phasesOfTotal_();
     // The property models do not reach outside the range, and their numbers there would be no results.
     if (!outside) calculatePhaseProperties();
     if (mode < simultaneous) NITER_NLEFlash.value() = flash().iterations();
@@ -220,11 +221,16 @@ void Stream::calculateX(const MassBalanceMode& mode) {
     Tphase->calculateX(mode);
     prepare_residuals();
     updateFlash();
-    calculateXnoFlash(mode);
+    // Neither step changes the total's flows: its balance stands, and a second one would only cost time.
+    phasesOfTotal_();
 }
 
 void Stream::calculateXnoFlash(const MassBalanceMode& mode) {
     Tphase->calculateX(mode);
+    phasesOfTotal_();
+}
+
+void Stream::phasesOfTotal_() {
     const double flow = Tphase->totalFlow().toDouble();
     if (flow < -1000 * epsilon)
         reportError("negative material flow");
