@@ -1,5 +1,4 @@
 #include <tarvo/phases/PhaseTotal.h>
-#include <tarvo/utility/CachedCast.h>
 
 using Tarvo::Persistency::Defaults;
 
@@ -14,10 +13,7 @@ template <typename Visit> void PhaseTotal::forEachPhase_(const char* function, V
         if (phase == static_cast<const Phase::Mass*>(this)) continue;
         const Value& f = stream_->phaseFraction(*phase);
         if (f.toDouble() <= 0) continue;
-        auto* properties = Tarvo::Utility::cachedCast<Phase::MassMolarProperties*>(phase);
-        // my_cast spells the function's name as a string: only on the way to its error.
-        if (!properties) properties = my_cast<Phase::MassMolarProperties*>(phase, function);
-        visit(*properties, f);
+        visit(*my_cast_in<Phase::MassMolarProperties*>(phase, function), f);
     }
 }
 
