@@ -114,11 +114,11 @@ protected:
     virtual void calculatePhaseProperties();
     // Whether the flash mode needs the phases' properties in its residuals.
     bool residualsNeedProperties() const;
-
-    std::vector<Phase::Mass*> phases_;
     // The phases of a total whose balance is worked out, each with its fraction of the total's flow and its
     // composition; with the checks of their fractions.
     void phasesOfTotal_();
+
+    std::vector<Phase::Mass*> phases_;
     // The phases whose model has a density unknown, with that model.
     std::vector<std::pair<Phase::Generic*, Phase::EosInterface*>> eosPhases_;
     std::map<PhaseIndex, int> phasesmap;
