@@ -52,7 +52,7 @@ template <typename V> V GenericActive<V>::sumAbsoluteDerivatives() const {
     if (numdir_ <= ndense) {
         for (int i = 0; i < nd_; ++i) sum += std::fabs(dense_[i]);
     } else if (const Sparse* list = sparseList()) {
-        for (const auto& entry : *list) sum += std::fabs(entry.second);
+        for (int k = 0; k < list->size(); ++k) sum += std::fabs(list->derivatives()[k]);
     }
     return sum;
 }
@@ -62,7 +62,8 @@ template <typename V> std::string GenericActive<V>::str() const {
     out << v_ << " [ ";
     if (numdir_ > 199) {
         if (const Sparse* list = sparseList())
-            for (const auto& entry : *list) out << " (" << entry.first << ")" << entry.second;
+            for (int k = 0; k < list->size(); ++k)
+                out << " (" << list->directions()[k] << ")" << list->derivatives()[k];
     } else {
         for (int i = 0; i < numdir_; ++i) out << derivative(i) << ' ';
     }

@@ -15,9 +15,7 @@ struct Destroy {
 using Owned = std::unique_ptr<List, Destroy>;
 
 std::vector<int> directions(const List& list) {
-    std::vector<int> out;
-    for (const auto& entry : list) out.push_back(entry.first);
-    return out;
+    return std::vector<int>(list.directions(), list.directions() + list.size());
 }
 
 } // namespace

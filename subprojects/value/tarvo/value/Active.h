@@ -69,7 +69,7 @@ public:
     // Zero derivatives; a sparse store keeps its entries, with value 0.
     void clearderivatives() {
         if (nd_ == sparseStore)
-            for (auto& entry : *sparse_) entry.second = 0;
+            sparse_->transform([](V) { return V(0); });
         else
             nd_ = 0;
     }
@@ -90,7 +90,8 @@ public:
         if (numdir_ <= ndense) {
             for (int i = 0; i < nd_ && i < numdir_; ++i) visit(i, dense_[i]);
         } else if (nd_ == sparseStore) {
-            for (const auto& entry : *sparse_) visit(entry.first, entry.second);
+            const Sparse& list = *sparse_;
+            for (int k = 0; k < list.size(); ++k) visit(list.directions()[k], list.derivatives()[k]);
         }
     }
 
@@ -195,7 +196,7 @@ public:
         } else if (x.nd_ == sparseStore) {
             r.sparse_ = Sparse::copy(*x.sparse_);
             r.nd_ = sparseStore;
-            for (auto& entry : *r.sparse_) entry.second = rule(entry.second);
+            r.sparse_->transform(rule);
         }
     }
 
@@ -234,7 +235,7 @@ private:
     [[noreturn]] static void severeError();
     void scale(V c) {
         if (nd_ == sparseStore)
-            for (auto& entry : *sparse_) entry.second *= c;
+            sparse_->transform([c](V d) { return d * c; });
         else
             for (int i = 0; i < nd_; ++i) dense_[i] *= c;
     }

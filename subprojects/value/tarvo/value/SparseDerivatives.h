@@ -1,13 +1,12 @@
 #ifndef TARVO_VALUE_SPARSEDERIVATIVES_H
 #define TARVO_VALUE_SPARSEDERIVATIVES_H
 
-#include <new>
-#include <utility>
-
-// The derivatives of a number in sparse mode: (direction, derivative) pairs sorted by direction, in
-// one heap block that holds the count and the entries. An active number refers to its list by a plain
-// pointer, which keeps the number trivially movable: the compiler then holds the temporaries of an
-// expression in registers, which it does not do for a number that embeds a container.
+// The derivatives of a number in sparse mode: directions in ascending order and their derivatives, as two
+// arrays in one heap block after its header. An active number refers to its list by a plain pointer, which
+// keeps the number trivially movable: the compiler then holds the temporaries of an expression in registers,
+// which it does not do for a number that embeds a container. Two arrays, not one of pairs: lists with the
+// same directions, the common case in a solve, are then told by one comparison of memory and combined by a
+// loop over the derivatives alone, which the compiler runs on several at a time.
 //
 // Blocks are kept by capacity, rounded up to a power of two, on free lists of their own: a solve in sparse mode
 // makes and drops a list at every step of its arithmetic, more than the allocator's per-thread caches hold.
@@ -19,8 +18,6 @@
 // slow; and no caller could do anything useful with a half-built list.
 template <typename V> class SparseDerivatives {
 public:
-    using Entry = std::pair<int, V>;
-
     // An empty list with room for `capacity` entries.
     static SparseDerivatives* create(int capacity) noexcept;
     static SparseDerivatives* copy(const SparseDerivatives& o) noexcept { return copy(o, o.size_); }
@@ -33,23 +30,32 @@ public:
     // have moved.
     static SparseDerivatives* set(SparseDerivatives* list, int i, V d) noexcept;
 
-    Entry* begin() { return entries(); }
-    Entry* end() { return entries() + size_; }
-    const Entry* begin() const { return entries(); }
-    const Entry* end() const { return entries() + size_; }
     int size() const { return size_; }
+    // Entry k is direction directions()[k] with derivative derivatives()[k].
+    const int* directions() const { return reinterpret_cast<const int*>(this + 1); }
+    V* derivatives() { return reinterpret_cast<V*>(reinterpret_cast<char*>(this + 1) + directionBytes(capacity_)); }
+    const V* derivatives() const {
+        return reinterpret_cast<const V*>(reinterpret_cast<const char*>(this + 1) + directionBytes(capacity_));
+    }
     // The derivative of direction i; 0 for a direction not held.
     V derivative(int i) const;
+    // Replaces each derivative d by f(d).
+    template <typename F> void transform(F f) {
+        V* d = derivatives();
+        for (int k = 0; k < size_; ++k) d[k] = f(d[k]);
+    }
 
 private:
     SparseDerivatives(int capacity) : capacity_(capacity) {}
-    Entry* entries() { return reinterpret_cast<Entry*>(this + 1); }
-    const Entry* entries() const { return reinterpret_cast<const Entry*>(this + 1); }
+    int* directions() { return reinterpret_cast<int*>(this + 1); }
+    // The derivatives follow the directions, aligned as they need.
+    static constexpr int directionBytes(int capacity) {
+        return (capacity * int(sizeof(int)) + int(alignof(V)) - 1) / int(alignof(V)) * int(alignof(V));
+    }
     static SparseDerivatives* copy(const SparseDerivatives& o, int capacity) noexcept;
-    const Entry* lowerBound(int i) const;
+    int lowerBound(int i) const;
 
-    // The entries follow the header in the same block, aligned as they need.
-    alignas(Entry) int size_ = 0;
+    alignas(V) int size_ = 0;
     int capacity_;
 };
 
