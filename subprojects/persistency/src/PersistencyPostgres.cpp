@@ -121,8 +121,8 @@ ErrorPostgres::ErrorPostgres(const std::string& function, const std::string& tex
 class PostgresStatement : public SqlStatement {
 public:
     PostgresStatement(PersistencyPostgres& db, PersistencyPostgres::Batch& batch) : db_(db), batch_(batch) {}
-    void run(const std::vector<SqlParameter>& parameters, const std::string& noRowsError) override {
-        db_.gather(batch_, parameters, noRowsError);
+    void run(const std::vector<SqlParameter>& parameters, const std::string& missingTag) override {
+        db_.gather(batch_, parameters, missingTag);
     }
     void runVector(const std::vector<SqlParameter>& parameters, SqlStatement& values,
                    const std::vector<SqlParameter>& elements) override {
@@ -334,12 +334,12 @@ PersistencyPostgres::Batch& PersistencyPostgres::batch(const std::string& sql, c
     return made;
 }
 
-void PersistencyPostgres::gather(Batch& batch, const std::vector<SqlParameter>& parameters, const std::string& noRowsError) {
-    append(batch, parameters, noRowsError);
+void PersistencyPostgres::gather(Batch& batch, const std::vector<SqlParameter>& parameters, const std::string& missingTag) {
+    append(batch, parameters, missingTag);
     if (!pipeline_) sendBatches();
 }
 
-void PersistencyPostgres::append(Batch& batch, const std::vector<SqlParameter>& parameters, const std::string& noRowsError) {
+void PersistencyPostgres::append(Batch& batch, const std::vector<SqlParameter>& parameters, const std::string& missingTag) {
     if (batch.rows == 0) {
         batch.kinds.clear();
         batch.arrays.clear();
@@ -350,11 +350,11 @@ void PersistencyPostgres::append(Batch& batch, const std::vector<SqlParameter>& 
     } else {
         for (std::size_t i = 0; i < parameters.size(); ++i) (batch.arrays[i] += ',') += arrayElement(parameters[i]);
     }
-    // The errors of the rows are kept from the first row that has one on, the earlier ones empty.
-    std::vector<std::string>& errors = batch.followUp.noRowsErrors;
-    if (!noRowsError.empty() || !errors.empty()) {
-        errors.resize(batch.rows);
-        errors.push_back(noRowsError);
+    // The tags of the rows are kept from the first row that has one on, the earlier ones empty.
+    std::vector<std::string>& tags = batch.followUp.missingTags;
+    if (!missingTag.empty() || !tags.empty()) {
+        tags.resize(batch.rows);
+        tags.push_back(missingTag);
     }
     ++batch.rows;
 }
@@ -393,10 +393,10 @@ void PersistencyPostgres::send(Batch& batch) {
 
 std::string PersistencyPostgres::followUp(pg_result* result, const BatchFollowUp& followUp) {
     const int rows = pq().ntuples(result);
-    if (!followUp.noRowsErrors.empty()) {
+    if (!followUp.missingTags.empty()) {
         for (int r = 0; r < rows; ++r) { // the ordinals, ascending, of rows that changed nothing
-            const std::string& error = followUp.noRowsErrors.at(std::atoi(pq().getvalue(result, r, 0)) - 1);
-            if (!error.empty()) return error;
+            const std::string& tag = followUp.missingTags.at(std::atoi(pq().getvalue(result, r, 0)) - 1);
+            if (!tag.empty()) return PersistencySql::missingRecord(tag);
         }
     }
     if (!followUp.vectorValues.empty()) {

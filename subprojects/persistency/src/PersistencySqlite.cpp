@@ -182,7 +182,7 @@ public:
             db_.fail("PersistencySqlite::insert", "can't prepare insert statement table " + table_);
     }
     ~SqliteStatement() override { sqlite3_finalize(statement_); }
-    void run(const std::vector<SqlParameter>& parameters, const std::string& noRowsError) override {
+    void run(const std::vector<SqlParameter>& parameters, const std::string& missingTag) override {
         if (sqlite3_reset(statement_) != SQLITE_OK) db_.fail("PersistencySqlite::insert", "can't reset statement for table " + table_);
         for (int i = 0; i < static_cast<int>(parameters.size()); ++i) {
             const SqlParameter& p = parameters[i];
@@ -205,7 +205,8 @@ public:
         ++db_.statements_;
         if (sqlite3_step(statement_) != SQLITE_DONE)
             db_.fail("PersistencySqlite::insert", "can't execute statement for table " + table_);
-        if (!noRowsError.empty() && sqlite3_changes(db_.db_) == 0) db_.fail("PersistencySqlite::update", noRowsError);
+        if (!missingTag.empty() && sqlite3_changes(db_.db_) == 0)
+            db_.fail("PersistencySqlite::update", PersistencySql::missingRecord(missingTag));
     }
     void runVector(const std::vector<SqlParameter>& parameters, SqlStatement& values,
                    const std::vector<SqlParameter>& elements) override {

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <limits>
@@ -215,6 +216,37 @@ TEST_F(Store, UndefinedNumbersReadBackAsThemselves) {
     const auto& updated = dynamic_cast<Plant&>(*second);
     EXPECT_TRUE(std::isnan(updated.T.toDouble()));
     EXPECT_EQ(updated.x[0].toDouble(), -inf);
+}
+
+// Numbers whose text needs every one of seventeen digits, or an exponent at either end of the range, come back bit
+// for bit, whether inserted or written by an update.
+TEST_F(Store, EveryFiniteNumberReadsBackBitForBit) {
+    const double hard[] = {0.1 + 0.2, 1.0 / 3.0, std::numeric_limits<double>::max(),
+                           std::numeric_limits<double>::min(), 123456789012345678.0, -0.0};
+    std::unique_ptr<Plant> plant(newPlant());
+    const auto fill = [&](int shift) {
+        plant->T = Value(hard[shift % 6], "K");
+        plant->ndot = Value(hard[(shift + 1) % 6], "kmol/s");
+        for (std::size_t i = 0; i < plant->x.size(); ++i) plant->x[i] = Value(hard[(shift + 2 + i) % 6]);
+    };
+    const auto expectSame = [&](int shift) {
+        std::unique_ptr<Node> node = retrieve(store_, 0);
+        const auto& back = dynamic_cast<Plant&>(*node);
+        std::vector<double> expected{hard[shift % 6], hard[(shift + 1) % 6]};
+        std::vector<double> got{back.T.toDouble(), back.ndot.toDouble()};
+        for (std::size_t i = 0; i < back.x.size(); ++i) {
+            expected.push_back(hard[(shift + 2 + i) % 6]);
+            got.push_back(back.x[i].toDouble());
+        }
+        for (std::size_t i = 0; i < got.size(); ++i)
+            EXPECT_EQ(std::memcmp(&got[i], &expected[i], sizeof(double)), 0) << got[i] << " for " << expected[i];
+    };
+    fill(0);
+    ASSERT_EQ(plant->insert(&store_), 0);
+    expectSame(0);
+    fill(3);
+    plant->update(&store_);
+    expectSame(3);
 }
 
 // A row gone from the store fails the whole update, which names its tag and writes nothing of the tree.

@@ -76,8 +76,9 @@ private:
     struct Batch;
     // What the reply to a batch settles, row by row.
     struct BatchFollowUp {
-        // Where not empty, the row must change one: the statement returns the ordinals of those it changed.
-        std::vector<std::string> noRowsErrors;
+        // Where not empty, the row must change one, or the update fails naming this tag: the statement returns
+        // the ordinals of the rows that changed nothing.
+        std::vector<std::string> missingTags;
         // Of an insert into a table of vectors, which returns the new IDs: the batch of each row's values and
         // the elements, gathered there once the IDs are known.
         std::vector<std::pair<Batch*, std::vector<SqlParameter>>> vectorValues;
@@ -110,8 +111,8 @@ private:
     // for every other row refers to its node.
     Batch& batch(const std::string& sql, const std::string& context, bool ofNodes = false);
     // Adds a row to the batch: sent with the others before the next statement, or now outside a transaction.
-    void gather(Batch& batch, const std::vector<SqlParameter>& parameters, const std::string& noRowsError = std::string());
-    void append(Batch& batch, const std::vector<SqlParameter>& parameters, const std::string& noRowsError);
+    void gather(Batch& batch, const std::vector<SqlParameter>& parameters, const std::string& missingTag = std::string());
+    void append(Batch& batch, const std::vector<SqlParameter>& parameters, const std::string& missingTag);
     // Sends every batch that holds rows, and then those that the replies fill.
     void sendBatches();
     void send(Batch& batch);

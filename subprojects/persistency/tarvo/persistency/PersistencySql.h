@@ -28,8 +28,9 @@ struct SqlParameter {
 class SqlStatement {
 public:
     virtual ~SqlStatement() = default;
-    // Runs the statement; when `noRowsError` is not empty, a statement that changes no row fails with it.
-    virtual void run(const std::vector<SqlParameter>& parameters, const std::string& noRowsError = std::string()) = 0;
+    // Runs the statement; when `missingTag` is not empty, a statement that changes no row fails with the text
+    // of PersistencySql::missingRecord. The text is made only then: an update runs this for each of its values.
+    virtual void run(const std::vector<SqlParameter>& parameters, const std::string& missingTag = std::string()) = 0;
     // Runs an insert into a table of vectors, then `values` once for each element with the new row's ID and
     // the element, so that the values of one vector get rising IDs in element order.
     virtual void runVector(const std::vector<SqlParameter>& parameters, SqlStatement& values,
@@ -67,6 +68,8 @@ public:
     // The safe number as text that reads back to the same double; NaN, Infinity and -Infinity as the
     // server writes them.
     static std::string numberText(double x);
+    // The failure of an update whose row for `tag` is gone.
+    static std::string missingRecord(const std::string& tag) { return "Record " + tag + " not found!"; }
 
     void push_transaction() override;
     void pop_transaction() override;
