@@ -37,13 +37,13 @@ void UnitEngine::addUnit(std::string dimension, const std::string& unit, double 
     const auto it = byName_.find(dimension);
     if (it == byName_.end()) throw ErrorUnit(TARVO_FUNCTION, dimension);
     it->second->addUnit(unit, factor, offset);
-    byUnit_.emplace(unit, it->second); // where two kinds share a text, the first one stands
+    byUnit_.emplace(unit, Conversion{it->second, offset, factor}); // where two kinds share a text, the first one stands
 }
 
-const Dimension& UnitEngine::find(const std::string& unit) const {
+const UnitEngine::Conversion& UnitEngine::find(const std::string& unit) const {
     const auto it = byUnit_.find(unit);
     if (it == byUnit_.end()) throw ErrorUnit(TARVO_FUNCTION, unit);
-    return *it->second;
+    return it->second;
 }
 
 double UnitEngine::toSI(double x, const std::string& unit, UnitArray& exponents) const {
@@ -51,14 +51,17 @@ double UnitEngine::toSI(double x, const std::string& unit, UnitArray& exponents)
         exponents = UnitArray(invalidUnitExponent);
         return x;
     }
-    const Dimension& dimension = find(unit);
-    exponents = dimension.exponents();
-    return dimension.toSI(x, unit);
+    const Conversion& conversion = find(unit);
+    exponents = conversion.dimension->exponents();
+    return x * conversion.factor + conversion.offset;
 }
 
-double UnitEngine::fromSI(double v, const std::string& unit) const { return find(unit).fromSI(v, unit); }
+double UnitEngine::fromSI(double v, const std::string& unit) const {
+    const Conversion& conversion = find(unit);
+    return (v - conversion.offset) / conversion.factor;
+}
 
-const Dimension* UnitEngine::pdimension(const std::string& unit) const { return &find(stripBlanks(unit)); }
+const Dimension* UnitEngine::pdimension(const std::string& unit) const { return find(stripBlanks(unit)).dimension; }
 
 const Dimension* UnitEngine::dimension(const std::string& name) const {
     const auto it = byName_.find(stripBlanks(name));

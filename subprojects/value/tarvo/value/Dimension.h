@@ -8,7 +8,7 @@
 #include <utility>
 
 // A quantity kind ("mass flow") with its exponents, its SI unit and the units that convert to it.
-// Conversion is affine: si = x * factor + offset.
+// Conversion is affine: si = x * factor + offset; the table of every kind converts.
 class Dimension {
 public:
     // Each unit maps to the pair (offset, factor).
@@ -18,11 +18,6 @@ public:
 
     // Throws ErrorUnit "Duplicate unit" for a unit already in this kind.
     void addUnit(const std::string& unit, double factor, double offset);
-    // Throws ErrorUnit "unsupported unit" for a unit foreign to this kind.
-    const std::pair<double, double>& findUnit(const std::string& unit) const;
-
-    double toSI(double x, const std::string& unit) const;
-    double fromSI(double v, const std::string& unit) const;
 
     const UnitArray& exponents() const { return exponents_; }
     const std::string& name() const { return name_; }

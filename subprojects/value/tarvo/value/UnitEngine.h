@@ -7,6 +7,7 @@
 #include <map>
 #include <ostream>
 #include <string>
+#include <unordered_map>
 
 // The closed table of quantity kinds and unit strings. A unit is a plain key: "kmol/h" is found in the
 // table or it is unsupported; nothing parses composite units. Read-only once built.
@@ -36,11 +37,18 @@ private:
     void addDimension(std::string name, const std::string& unit, int amount, int angle, int current, int length,
                       int luminous, int mass, int temperature, int time, int money);
     void addUnit(std::string dimension, const std::string& unit, double factor, double offset = 0.0);
-    const Dimension& find(const std::string& unit) const;
+    // A unit's kind and the conversion si = x * factor + offset.
+    struct Conversion {
+        const Dimension* dimension;
+        double offset, factor;
+    };
+    const Conversion& find(const std::string& unit) const;
 
     std::deque<Dimension> dimensions_; // a deque keeps the pointers of the maps valid as it grows
     std::map<std::string, Dimension*> byName_;
-    std::map<std::string, Dimension*> byUnit_;
+    // Hashed, and holding the conversion itself: every number made with a unit, as objects are built from the
+    // store, looks its unit up here.
+    std::unordered_map<std::string, Conversion> byUnit_;
 };
 
 #endif
