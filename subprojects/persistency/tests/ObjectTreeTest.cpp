@@ -162,6 +162,37 @@ TEST(ObjectTree, EqualityComparesValuesAndStructure) {
     EXPECT_FALSE(a->equals(*b));
 }
 
+// A stage with quantities whose tags sort before, between and after those of every stage.
+class WiderStage : public Stage {
+public:
+    WiderStage() : Stage(Tarvo::Persistency::Defaults("wide", ""), 0, nullptr, nullptr, nullptr) {
+        for (Quantity* q : {&first, &between, &last}) addVariable(*q);
+    }
+    Quantity first{"A0", "", "K", this, 1.0};
+    Quantity between{"Q", "", "K", this, 2.0};
+    Quantity last{"z", "", "K", this, 3.0};
+};
+
+// Assignment copies the items that both objects hold, whichever holds more, and leaves the others alone.
+TEST(ObjectTree, AssignmentCopiesTheItemsBothHold) {
+    std::unique_ptr<Plant> plant(newPlant());
+    WiderStage wide;
+    wide.T = Value(410.0, "K");
+    wide.n = 12;
+    wide.first = Value(5.0, "K");
+    static_cast<Node&>(*plant) = wide;
+    EXPECT_EQ(plant->T.toDouble(), 410.0);
+    EXPECT_EQ(plant->n.value(), 12);
+    plant->P = Value(3.0, "bar");
+    plant->ndot = Value(7.0, "kmol/h");
+    static_cast<Node&>(wide) = *plant;
+    EXPECT_EQ(wide.P.toDouble("bar"), 3.0);
+    EXPECT_EQ(wide.ndot.toDouble("kmol/h"), 7.0);
+    EXPECT_EQ(wide.first.toDouble(), 5.0);
+    EXPECT_EQ(wide.between.toDouble(), 2.0);
+    EXPECT_EQ(wide.last.toDouble(), 3.0);
+}
+
 TEST(ObjectTree, CloneCopiesValues) {
     std::unique_ptr<Plant> plant(newPlant());
     plant->Q("COND.T") = Value(350.0, "K");
