@@ -311,10 +311,12 @@ SqlRows PersistencyPostgres::query(const std::string& sql, const std::string& co
            {context, sql, [&rows](pg_result* result) {
                 rows.resize(pq().ntuples(result));
                 const int columns = pq().nfields(result);
-                for (int r = 0; r < static_cast<int>(rows.size()); ++r)
+                for (int r = 0; r < static_cast<int>(rows.size()); ++r) {
+                    rows[r].reserve(columns); // a read of a large plant fills some ten thousand rows
                     for (int c = 0; c < columns; ++c)
                         rows[r].push_back(pq().getisnull(result, r, c) ? std::nullopt
                                                                      : std::optional<std::string>(pq().getvalue(result, r, c)));
+                }
                 return std::string();
             }});
     if (pipeline_) synchronize(); // the rows are wanted now
