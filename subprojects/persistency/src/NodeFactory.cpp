@@ -26,10 +26,12 @@ bool knownCategory(const std::string& category) {
            category == "option";
 }
 
-const TypeDescriptor& descriptorOf(const std::string& type, const std::string& function) {
+// The caller's name is worked out of its signature only on the way to the error: registering the aliases of the
+// catalogue at every start looks up a type ninety times.
+const TypeDescriptor& descriptorOf(const std::string& type, const char* signature) {
     for (const TypeDescriptor& d : tables().types)
         if (d.name == type) return d;
-    throw ErrorObjectFactory(function, "type " + type + " not found");
+    throw ErrorObjectFactory(Tarvo::Utility::shortFunctionName(signature), "type " + type + " not found");
 }
 
 } // namespace
@@ -68,11 +70,10 @@ void NodeFactory::registerAlias(const std::string& base, const std::string& alia
     Tables& t = tables();
     if (t.factories.count(alias)) throw ErrorObjectFactory(TARVO_FUNCTION, "type " + alias + " already registered");
     if (!t.factories.count(base)) throw ErrorObjectFactory(TARVO_FUNCTION, "base type " + base + " not found");
-    const TypeDescriptor baseRecord = descriptorOf(base, TARVO_FUNCTION);
-    TypeDescriptor record = baseRecord;
+    TypeDescriptor record = descriptorOf(base, __PRETTY_FUNCTION__);
     record.name = alias;
     record.description = description;
-    record.icon = icon.empty() ? baseRecord.category : icon;
+    record.icon = icon.empty() ? record.category : icon;
     for (const auto& option : options.integerOptions()) {
         const std::string& name = option.first; // a structured binding cannot be captured in C++17
         auto& list = record.integerOptions;
@@ -113,7 +114,7 @@ Node* NodeFactory::create(const std::string& type, const Defaults& defaults, uin
 bool NodeFactory::registered(const std::string& type) { return tables().factories.count(type) != 0; }
 
 const TypeDescriptor& NodeFactory::typeDescriptor(const std::string& type) {
-    return descriptorOf(type, TARVO_FUNCTION);
+    return descriptorOf(type, __PRETTY_FUNCTION__);
 }
 
 const Icon& NodeFactory::icon(const std::string& type) {
