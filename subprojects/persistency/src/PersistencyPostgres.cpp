@@ -83,15 +83,18 @@ std::string parameterText(const SqlParameter& p) {
     return p.s;
 }
 
-// An element of an array literal; text in quotes, so that blanks, commas and braces stay in it.
-std::string arrayElement(const SqlParameter& p) {
-    if (p.kind != SqlParameter::text) return parameterText(p);
-    std::string element = "\"";
-    for (const char c : p.s) {
-        if (c == '"' || c == '\\') element += '\\';
-        element += c;
+// Appends an element to an array literal; text in quotes, so that blanks, commas and braces stay in it. Written
+// into the literal in runs between the characters to escape: a batch takes every value of a tree this way.
+void appendElement(std::string& array, const SqlParameter& p) {
+    if (p.kind != SqlParameter::text) {
+        array += parameterText(p);
+        return;
     }
-    return element + '"';
+    array += '"';
+    std::size_t from = 0;
+    for (std::size_t at; (at = p.s.find_first_of("\"\\", from)) != std::string::npos; from = at + 1)
+        (array.append(p.s, from, at - from) += '\\') += p.s[at];
+    array.append(p.s, from, std::string::npos) += '"';
 }
 
 // The server's array type of each kind of parameter, from its catalogue pg_type: int4[], float8[], text[], bool[].
@@ -347,10 +350,10 @@ void PersistencyPostgres::append(Batch& batch, const std::vector<SqlParameter>& 
         batch.arrays.clear();
         for (const SqlParameter& p : parameters) {
             batch.kinds.push_back(p.kind);
-            batch.arrays.push_back("{" + arrayElement(p));
+            appendElement(batch.arrays.emplace_back("{"), p);
         }
     } else {
-        for (std::size_t i = 0; i < parameters.size(); ++i) (batch.arrays[i] += ',') += arrayElement(parameters[i]);
+        for (std::size_t i = 0; i < parameters.size(); ++i) appendElement(batch.arrays[i] += ',', parameters[i]);
     }
     // The tags of the rows are kept from the first row that has one on, the earlier ones empty.
     std::vector<std::string>& tags = batch.followUp.missingTags;

@@ -249,6 +249,29 @@ TEST_F(Store, EveryFiniteNumberReadsBackBitForBit) {
     expectSame(3);
 }
 
+// Texts go to the server as elements of array literals: quotes, backslashes, commas, braces, inner blanks and the
+// word NULL stay theirs, whether inserted or written by an update. (Fixed-width columns drop trailing blanks.)
+TEST_F(Store, TextsComeBackWithEveryCharacterTheyHold) {
+    const std::string hard[] = {"a \"quoted\", {braced} back\\slash", "\\\"", "NULL", ""};
+    std::unique_ptr<Plant> plant(newPlant());
+    plant->name = hard[0];
+    plant->labels[0] = hard[1];
+    plant->labels[1] = hard[2];
+    const int id = plant->insert(&store_);
+    std::unique_ptr<Node> first = retrieve(store_, id);
+    EXPECT_EQ(dynamic_cast<Plant&>(*first).name.value(), hard[0]);
+    EXPECT_EQ(dynamic_cast<Plant&>(*first).labels[0], hard[1]);
+    EXPECT_EQ(dynamic_cast<Plant&>(*first).labels[1], hard[2]);
+    plant->name = hard[1];
+    plant->labels[0] = hard[3];
+    plant->labels[1] = hard[0];
+    plant->update(&store_);
+    std::unique_ptr<Node> second = retrieve(store_, id);
+    EXPECT_EQ(dynamic_cast<Plant&>(*second).name.value(), hard[1]);
+    EXPECT_EQ(dynamic_cast<Plant&>(*second).labels[0], hard[3]);
+    EXPECT_EQ(dynamic_cast<Plant&>(*second).labels[1], hard[0]);
+}
+
 // A row gone from the store fails the whole update, which names its tag and writes nothing of the tree.
 TEST_F(Store, UpdateOfMissingRowsNamesTheTagAndChangesNothing) {
     std::unique_ptr<Plant> plant(newPlant());
