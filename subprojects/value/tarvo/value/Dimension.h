@@ -8,7 +8,7 @@
 #include <utility>
 
 // A quantity kind ("mass flow") with its exponents, its SI unit and the units that convert to it.
-// Conversion is affine: si = x * factor + offset; the table of every kind converts.
+// Conversion is affine, si = x * factor + offset; UnitEngine converts, from a table of every kind's units.
 class Dimension {
 public:
     // Each unit maps to the pair (offset, factor).
