@@ -49,8 +49,12 @@ const SqlDialect postgres{
     "SELECT NID,TRIM(TAG),TRIM(VALUE) FROM S WHERE NID >= %d AND NID < %d",
     "SELECT V.NID, V.ID, TRIM(V.TAG), W.ID, W.VALUE%s FROM %s V LEFT JOIN %sV W ON W.%s = V.ID "
     "WHERE V.NID >= %d AND V.NID < %d ORDER BY V.ID, W.ID",
-    "DELETE FROM %sV WHERE %s=%d",
-    "SELECT ID FROM %s WHERE ID=%d FOR UPDATE",
+    "DELETE FROM %sV WHERE %s = ANY($1)",
+    // One statement sees the table as it was before it, so the old values go and the new ones stay.
+    "WITH gone AS (DELETE FROM %1$sV T WHERE T.%2$s IN (SELECT link FROM unnest($1) AS r(link))) "
+    "INSERT INTO %1$sV (%2$s,VALUE) SELECT link,value FROM unnest($1,$2) WITH ORDINALITY AS r(link,value,n) ORDER BY n",
+    // In one order in every kernel, so that two that rewrite the same vectors cannot wait on each other.
+    "SELECT ID FROM %s WHERE ID = ANY($1) ORDER BY ID FOR UPDATE",
     {"delete from ivv using iv where ivv.vid = iv.id and iv.nid >= %d and iv.nid < %d + (select range from n where id = %d)",
      "delete from svv using sv where svv.vid = sv.id and sv.nid >= %d and sv.nid < %d + (select range from n where id = %d)",
      "delete from qvv using qv where qvv.vid = qv.id and qv.nid >= %d and qv.nid < %d + (select range from n where id = %d)",

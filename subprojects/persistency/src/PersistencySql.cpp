@@ -359,7 +359,7 @@ void PersistencySql::updateVectors(int id, const Map& items, const char* table, 
     if (items.empty()) return;
     push_transaction();
     const std::string context = std::string("update ") + table;
-    std::unique_ptr<SqlStatement> inPlace, values;
+    std::unique_ptr<SqlStatement> inPlace, lock, remove, replace;
     bool rewritten = false;
     StoreBlock& block = updateBlock(id);
     forEachVector(vectorRows(block, id, table, link, holdsQuantities<Map>), [&](const std::string& tag, auto first, auto last) {
@@ -373,26 +373,36 @@ void PersistencySql::updateVectors(int id, const Map& items, const char* table, 
         const std::size_t n = valueCount(first, last);
         TARVO_LOG(4) << "updating " << it->first;
         TARVO_LOG(4) << "count_id = " << n << " vector size = " << item.size();
+        if (!inPlace) inPlace = prepare(sqlFormat(dialect_.updateVectorValue.c_str(), table), context + "V");
         if (n == item.size()) {
-            if (!inPlace)
-                inPlace = prepare(sqlFormat(dialect_.updateVectorValue.c_str(), table), context + "V");
             // A row gone since the block was read (another kernel rewrote the vector) fails the transaction.
             for (std::size_t i = 0; i < n; ++i)
                 inPlace->run({parameter(item.value()[i]), SqlParameter::of(integerOf(first[i][3]))}, tag);
         } else {
             // Its values come from a sequence, so only another writer of this vector must wait: one that
             // deleted the old values before this one inserts would otherwise leave both sets behind.
-            if (!dialect_.lockVector.empty()) execute(sqlFormat(dialect_.lockVector.c_str(), table, vid), context);
-            execute(sqlFormat(dialect_.deleteVectorValues.c_str(), table, link, vid), context + "V");
-            if (!values)
-                values = prepare(sqlFormat(dialect_.insertVectorValue.c_str(), table, link), context + "V");
-            for (const auto& element : item.value()) values->run({SqlParameter::of(vid), parameter(element)});
+            // Gathered runs go out in the order in which their statements were first prepared: the update in
+            // place above before the rewrite, as a vector updated in place may be rewritten next, while one
+            // that was rewritten is updated again only after its block is read anew.
+            if (!remove) {
+                if (!dialect_.lockVector.empty())
+                    lock = prepare(sqlFormat(dialect_.lockVector.c_str(), table), context);
+                remove = prepare(sqlFormat(dialect_.deleteVectorValues.c_str(), table, link), context + "V");
+                const std::string& write =
+                    dialect_.replaceVectorValues.empty() ? dialect_.insertVectorValue : dialect_.replaceVectorValues;
+                replace = prepare(sqlFormat(write.c_str(), table, link), context + "V");
+            }
+            if (lock) lock->run({SqlParameter::of(vid)});
+            if (dialect_.replaceVectorValues.empty() || item.size() == 0) remove->run({SqlParameter::of(vid)});
+            for (const auto& element : item.value()) replace->run({SqlParameter::of(vid), parameter(element)});
             rewritten = true;
         }
     });
     if (rewritten) block.forget(table, id);
     inPlace.reset();
-    values.reset();
+    lock.reset();
+    remove.reset();
+    replace.reset();
     pop_transaction();
 }
 

@@ -25,7 +25,8 @@ const SqlDialect sqlite{
     "select NID, trim(TAG), VALUE from S where NID >= %d and NID < %d",
     "SELECT V.NID, V.ID, trim(V.TAG), W.ID, W.VALUE%s FROM %s V LEFT JOIN %sV W ON W.%s = V.ID "
     "WHERE V.NID >= %d AND V.NID < %d ORDER BY V.ID, W.ID",
-    "DELETE FROM %sV WHERE %s=%d",
+    "DELETE FROM %sV WHERE %s=?",
+    "",
     "",
     {"delete from ivv where vid IN (SELECT id FROM iv where nid >= %d and nid < %d + (select range from n where id = %d))",
      "delete from svv where vid IN (SELECT id FROM sv where nid >= %d and nid < %d + (select range from n where id = %d))",

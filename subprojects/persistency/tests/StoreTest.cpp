@@ -134,11 +134,15 @@ TEST_F(Store, SuccessiveUpdatesOfOneTreeReadBackWhatWasWritten) {
     const int id = plant->insert(&store_);
     for (const bool oneTransaction : {false, true}) {
         if (oneTransaction) store_.push_transaction();
-        for (std::size_t size : {5u, 2u, 2u, 4u}) {
+        for (std::size_t size : {5u, 2u, 2u, 0u, 4u}) {
             plant->labels.resize(size);
-            plant->labels[size - 1] = "last of " + std::to_string(size);
+            if (size > 0) plant->labels[size - 1] = "last of " + std::to_string(size);
             plant->x[0] = Value(0.1 * static_cast<double>(size));
             plant->update(&store_);
+            // A read here would send what the transaction has gathered, which the other round must not.
+            if (!oneTransaction) {
+                EXPECT_TRUE(retrieve(store_, id)->equals(*plant)) << size << " labels";
+            }
         }
         if (oneTransaction) store_.pop_transaction();
         std::unique_ptr<Node> back = retrieve(store_, id);

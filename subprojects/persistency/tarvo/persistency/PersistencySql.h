@@ -24,7 +24,8 @@ struct SqlParameter {
 // A statement prepared once and run for every item of a map. A driver may send it on without waiting
 // for the reply, or gather the runs of a transaction and send them together as one statement: failures
 // then surface at the next point where the driver reads from the database, at the latest when the
-// transaction commits.
+// transaction commits. Gathered statements go out before any read, in the order in which they were
+// first prepared in the transaction.
 class SqlStatement {
 public:
     virtual ~SqlStatement() = default;
@@ -52,8 +53,11 @@ struct SqlDialect {
     std::string selectVectors; // "%s" "%s" "%s" "%s" "%d" "%d": more columns, table, table, link, NID from, NID below;
                                // columns NID, ID, TAG, value ID, VALUE and the more, by ID then value ID, a vector
                                // without values once
-    std::string deleteVectorValues;        // "%s" "%s" "%d"
-    std::string lockVector;                // "%s" "%d": table, ID; empty where a writer holds the whole store
+    std::string deleteVectorValues;        // "%s" "%s": table, link column; parameter link
+    // "%1$s" "%2$s": table, link column; parameters link, VALUE: the rows of a link replace the values that it
+    // had. Empty where the old values are deleted first.
+    std::string replaceVectorValues;
+    std::string lockVector;                // "%s": table; parameter ID; empty where a writer holds the whole store
     std::vector<std::string> removeBlock;  // each with "%d" three times
     std::string getId;
 };
