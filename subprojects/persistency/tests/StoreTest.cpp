@@ -375,6 +375,41 @@ TEST_F(Store, ConcurrentKernelsGetDisjointBlocks) {
     for (int root = 0; root < trees * 5; root += 5) EXPECT_EQ(store_.countCID(root + 4, "Q"), 4) << root;
 }
 
+// Two kernels that resize the same vector at once: the second waits until the first commits and then
+// deletes the values that the first wrote, so the vector holds the second's values alone.
+TEST_F(Store, VectorsResizedByTwoKernelsAtOnceHoldTheLastOnesValues) {
+    std::unique_ptr<Plant> plant = filledPlant();
+    const int id = plant->insert(&store_);
+    store_.push_transaction();
+    plant->labels.resize(3);
+    plant->update(&store_);
+    store_.countRows("N", -1); // a read sends what the transaction has gathered: the vector is locked now
+    const pid_t pid = fork();
+    if (pid == 0) {
+        int status = 1;
+        try {
+            PersistencyPostgres own(database_.connection());
+            std::unique_ptr<Node> other = retrieve(own, id); // read before the first commits
+            dynamic_cast<Plant&>(*other).labels.resize(6);
+            other->update(&own);
+            status = 0;
+        } catch (const Error& e) {
+            std::fputs(e.message().c_str(), stderr);
+        }
+        _exit(status);
+    }
+    // The first commits only once the second waits for its lock.
+    const std::string waiting = "SELECT count(*) FROM pg_stat_activity WHERE datname = '" + database_.name() +
+                                "' AND wait_event_type = 'Lock'";
+    for (int i = 0; i < 1000 && database_.column(waiting).at(0) == "0"; ++i) usleep(10000);
+    EXPECT_EQ(database_.column(waiting).at(0), "1");
+    store_.pop_transaction();
+    int status = -1;
+    waitpid(pid, &status, 0);
+    ASSERT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+    EXPECT_EQ(dynamic_cast<Plant&>(*retrieve(store_, id)).labels.size(), 6u);
+}
+
 TEST(StoreConnection, WrongPasswordAndClosedPortAreReported) {
     const std::string server = PersistencyPostgres::connectionString(Configuration(Configuration::kernelFile));
     try {
