@@ -77,4 +77,6 @@ for stages in 10 100 1000; do
     row "calculate $stages stages: time per stage, peak memory" \
         "$(first_calculate 'Test<MembraneMulti12<Membrane12Rtsc>>' "{\"integerOptions\":{\"stages\":$stages}}" "$stages")"
 done
-row "calculate Merkel2010Fig7b, the largest plant: time, peak memory" "$(first_calculate Merkel2010Fig7b '' 1)"
+# Five new cases, as each figure above is a median of five.
+largest=$(for _ in 1 2 3 4 5; do first_calculate Merkel2010Fig7b '' 1; done | sort -n | sed -n 3p)
+row "calculate Merkel2010Fig7b, the largest plant: time, peak memory (median of 5)" "$largest"
