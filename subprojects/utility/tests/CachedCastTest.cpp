@@ -29,6 +29,7 @@ struct Target : virtual Root {
     int target = 1;
 };
 struct Plain : Root {};
+struct Bare : Target {};
 struct Shifted : Padding, Target {};
 struct Deep : MorePadding, Shifted {};
 struct Left : Leaf {};
@@ -52,7 +53,9 @@ TEST(CachedCast, FindsWhatDynamicCastFindsWhateverTypeCameBefore) {
     Deep deep;
     Twice twice;
     Left left;
-    expectAsDynamicCast<Root>({&plain, &shifted, &deep, &twice, &plain});
+    Bare bare;
+    // One type more than the cache keeps, so that each entry is taken over by another type.
+    expectAsDynamicCast<Root>({&plain, &shifted, &deep, &twice, &bare, &plain});
     // The two Leafs of one object lead to its one Target, from either copy.
     Leaf* first = static_cast<Left*>(&twice);
     Leaf* second = static_cast<Right*>(&twice);
