@@ -30,17 +30,20 @@ const SqlDialect postgres{
     "INSERT INTO %sV (%s,VALUE) SELECT link,value FROM unnest($1,$2) WITH ORDINALITY AS r(link,value,n) ORDER BY n",
     // Only the values that differ are written: an unchanged row would cost a new row version and its
     // journal all the same. The rows returned are those missing from the table, which the caller inserts;
-    // only the rows left unwritten are looked for, as a first calculation writes nearly all.
+    // only the rows left unwritten are looked for, as a first calculation writes nearly all. Each is looked
+    // up by the index, one at a time: the server cannot tell how few they are, and for a join it read the
+    // whole table, which grows with every case in the store.
     "WITH r AS (SELECT * FROM unnest($1,$2,$3) WITH ORDINALITY AS r(value,tag,nid,n)), "
     "changed AS (UPDATE %1$s T SET VALUE=l.value FROM (SELECT DISTINCT ON (nid,tag) * FROM r ORDER BY nid,tag,n DESC) l "
-    "WHERE T.NID=l.nid AND T.TAG=l.tag::bpchar AND T.VALUE IS DISTINCT FROM l.value RETURNING l.nid,l.tag) "
-    "SELECT r.n FROM r LEFT JOIN changed USING (nid,tag) WHERE changed.nid IS NULL "
-    "AND NOT EXISTS (SELECT 1 FROM %1$s T WHERE T.NID=r.nid AND T.TAG=r.tag::bpchar) ORDER BY r.n",
+    "WHERE T.NID=l.nid AND T.TAG=l.tag::bpchar AND T.VALUE IS DISTINCT FROM l.value RETURNING l.nid,l.tag), "
+    "unwritten AS MATERIALIZED (SELECT r.* FROM r LEFT JOIN changed USING (nid,tag) WHERE changed.nid IS NULL) "
+    "SELECT n FROM unwritten u "
+    "WHERE (SELECT 1 FROM %1$s T WHERE T.NID=u.nid AND T.TAG=u.tag::bpchar LIMIT 1) IS NULL ORDER BY n",
     "WITH r AS (SELECT * FROM unnest($1,$2) WITH ORDINALITY AS r(value,id,n)), "
     "changed AS (UPDATE %1$sV T SET VALUE=l.value FROM (SELECT DISTINCT ON (id) * FROM r ORDER BY id,n DESC) l "
-    "WHERE T.ID=l.id AND T.VALUE IS DISTINCT FROM l.value RETURNING l.id) "
-    "SELECT r.n FROM r LEFT JOIN changed USING (id) WHERE changed.id IS NULL "
-    "AND NOT EXISTS (SELECT 1 FROM %1$sV T WHERE T.ID=r.id) ORDER BY r.n",
+    "WHERE T.ID=l.id AND T.VALUE IS DISTINCT FROM l.value RETURNING l.id), "
+    "unwritten AS MATERIALIZED (SELECT r.* FROM r LEFT JOIN changed USING (id) WHERE changed.id IS NULL) "
+    "SELECT n FROM unwritten u WHERE (SELECT 1 FROM %1$sV T WHERE T.ID=u.id LIMIT 1) IS NULL ORDER BY n",
     "SELECT ID, TRIM(UUID), TRIM(TAG), TRIM(DESCRIPTION), TRIM(TYPE), PARENT, ROOT, extract(epoch from CREATED_AT), "
     "extract(epoch from UPDATED_AT), RANGE FROM N WHERE ID >= %d AND ID < %d + (SELECT RANGE FROM N WHERE ID = %d) "
     "ORDER BY ID",
