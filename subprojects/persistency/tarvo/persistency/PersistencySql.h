@@ -24,8 +24,8 @@ struct SqlParameter {
 // A statement prepared once and run for every item of a map. A driver may send it on without waiting
 // for the reply, or gather the runs of a transaction and send them together as one statement: failures
 // then surface at the next point where the driver reads from the database, at the latest when the
-// transaction commits. Gathered statements go out before any read, in the order in which they were
-// first prepared in the transaction.
+// transaction commits. Gathered statements go out before any read: the rows of new nodes first, the others
+// in the order in which their statements were first prepared in the transaction.
 class SqlStatement {
 public:
     virtual ~SqlStatement() = default;
