@@ -45,7 +45,7 @@ const SqlDialect postgres{
     "unwritten AS MATERIALIZED (SELECT r.* FROM r LEFT JOIN changed USING (id) WHERE changed.id IS NULL) "
     "SELECT n FROM unwritten u WHERE (SELECT 1 FROM %1$sV T WHERE T.ID=u.id LIMIT 1) IS NULL ORDER BY n",
     "SELECT ID, TRIM(UUID), TRIM(TAG), TRIM(DESCRIPTION), TRIM(TYPE), PARENT, ROOT, extract(epoch from CREATED_AT), "
-    "extract(epoch from UPDATED_AT), RANGE FROM N WHERE ID >= %d AND ID < %d + (SELECT RANGE FROM N WHERE ID = %d) "
+    "extract(epoch from UPDATED_AT), RANGE, xmin FROM N WHERE ID >= %d AND ID < %d + (SELECT RANGE FROM N WHERE ID = %d) "
     "ORDER BY ID",
     "SELECT NID,TRIM(TAG),VALUE FROM I WHERE NID >= %d AND NID < %d",
     "SELECT NID,TRIM(TAG),VALUE,TRIM(UNIT),INPUT,OUTPUT FROM Q WHERE NID >= %d AND NID < %d",
@@ -157,7 +157,7 @@ struct SharedConnection {
 SharedConnection shared;
 } // namespace
 
-PersistencyPostgres::PersistencyPostgres() : PersistencySql(postgres), shared_(true) {
+PersistencyPostgres::PersistencyPostgres() : PersistencySql(postgres, "the kernel's store"), shared_(true) {
     if (!shared.connection || pq().status(shared.connection) != CONNECTION_OK) {
         pq().finish(shared.connection);
         shared.connection = nullptr;
@@ -167,7 +167,7 @@ PersistencyPostgres::PersistencyPostgres() : PersistencySql(postgres), shared_(t
 }
 
 PersistencyPostgres::PersistencyPostgres(const std::string& connection)
-    : PersistencySql(postgres), connection_(connect_(connection.c_str())) {}
+    : PersistencySql(postgres, connection), connection_(connect_(connection.c_str())) {}
 
 PersistencyPostgres::~PersistencyPostgres() {
     if (!shared_) {

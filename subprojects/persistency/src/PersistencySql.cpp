@@ -66,6 +66,35 @@ bool flagValue(const std::optional<std::string>& text) {
 }
 } // namespace
 
+namespace {
+// What the last driver of a process to end read of a store outside any transaction: a kernel's command reads a
+// case with one driver and writes its results with the next.
+struct HandedBlock {
+    std::string store;
+    std::unique_ptr<StoreBlock> block;
+};
+HandedBlock handed;
+
+// The column of a row of N that holds the row's version, where the store keeps one.
+constexpr std::size_t versionColumn = 10;
+
+// Whether the rows of N read now vouch for those of `earlier`: the same nodes, each row of the same version.
+bool unchangedSince(const StoreBlock& earlier, const StoreBlock& now) {
+    const std::map<int, SqlRows>*then = earlier.loaded("N"), *rows = now.loaded("N");
+    if (!then || !rows || earlier.first() != now.first() || earlier.last() != now.last() || *then != *rows)
+        return false;
+    for (const auto& [node, nodeRows] : *rows)
+        for (const SqlRow& row : nodeRows)
+            if (row.size() <= versionColumn || !row[versionColumn]) return false;
+    return true;
+}
+} // namespace
+
+PersistencySql::~PersistencySql() {
+    if (!store_.empty() && readBlock_ && readBlockCommitted_ && depth_ == 0)
+        handed = {store_, std::move(readBlock_)};
+}
+
 // Every write comes in a transaction, so what was read of the store is dropped here.
 void PersistencySql::push_transaction() {
     readBlock_.reset();
@@ -117,19 +146,28 @@ std::unique_ptr<StoreBlock> PersistencySql::loadBlock(int id) {
 }
 
 StoreBlock& PersistencySql::readBlock(int id) {
-    if (!readBlock_ || !readBlock_->covers(id)) readBlock_ = loadBlock(id);
+    if (!readBlock_ || !readBlock_->covers(id)) {
+        readBlock_ = loadBlock(id);
+        readBlockCommitted_ = depth_ == 0;
+    }
     return *readBlock_;
 }
 
 StoreBlock& PersistencySql::updateBlock(int id) {
     if (updateBlock_ && updateBlock_->covers(id)) return *updateBlock_;
     updateBlock_ = loadBlock(id);
+    std::unique_ptr<StoreBlock> earlier;
+    if (handed.block && handed.store == store_) earlier = std::move(handed.block);
+    const bool current = earlier && unchangedSince(*earlier, *updateBlock_);
     // All tables of vectors at once, before the updates of the nodes after this one have gathered rows that a
     // read would send first.
-    vectorRows(*updateBlock_, id, "IV", "VID", false);
-    vectorRows(*updateBlock_, id, "QV", "VID", true);
-    vectorRows(*updateBlock_, id, "QM", "MID", true);
-    vectorRows(*updateBlock_, id, "SV", "VID", false);
+    const auto rows = [&](const char* table, const char* link, bool flags) {
+        if (!current || !updateBlock_->take(*earlier, table)) vectorRows(*updateBlock_, id, table, link, flags);
+    };
+    rows("IV", "VID", false);
+    rows("QV", "VID", true);
+    rows("QM", "MID", true);
+    rows("SV", "VID", false);
     return *updateBlock_;
 }
 

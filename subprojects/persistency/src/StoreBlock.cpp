@@ -11,6 +11,21 @@ std::map<int, SqlRows> StoreBlock::group(SqlRows rows) {
     return byNode;
 }
 
+const std::map<int, SqlRows>* StoreBlock::loaded(const std::string& table) const {
+    const auto it = tables_.find(table);
+    return it == tables_.end() ? nullptr : &it->second;
+}
+
+bool StoreBlock::take(StoreBlock& other, const std::string& table) {
+    const auto it = other.tables_.find(table);
+    if (it == other.tables_.end()) return false;
+    for (const auto& [staleTable, node] : other.stale_)
+        if (staleTable == table) return false;
+    tables_[table] = std::move(it->second);
+    other.tables_.erase(it);
+    return true;
+}
+
 const SqlRows& StoreBlock::none() {
     static const SqlRows empty;
     return empty;

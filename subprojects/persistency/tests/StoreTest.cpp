@@ -12,6 +12,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <limits>
 #include <memory>
 #include <sys/wait.h>
@@ -148,6 +149,48 @@ TEST_F(Store, SuccessiveUpdatesOfOneTreeReadBackWhatWasWritten) {
         std::unique_ptr<Node> back = retrieve(store_, id);
         EXPECT_TRUE(back->equals(*plant)) << (oneTransaction ? "in one transaction" : "one by one");
     }
+}
+
+// A command reads a case with one driver and writes its results with the next, which takes the rows of vectors
+// that the first read instead of reading them again, as long as no write has come between.
+TEST_F(Store, AnUpdateTakesTheVectorsThatTheLastDriverReadWhileNoWriteCameBetween) {
+    std::unique_ptr<Plant> plant = filledPlant();
+    const int id = plant->insert(&store_);
+    const auto readElsewhere = [&] {
+        PersistencyPostgres reader(database_.connection());
+        retrieve(reader, id);
+    };
+    // As another kernel would: what a process hands between its drivers never reaches this one.
+    const auto writeElsewhere = [&](const std::function<void(Plant&)>& change) {
+        PersistencyPostgres writer(database_.connection() + " application_name=other");
+        std::unique_ptr<Node> theirs = retrieve(writer, id);
+        change(dynamic_cast<Plant&>(*theirs));
+        theirs->update(&writer);
+    };
+    const auto update = [&](double kelvin) {
+        plant->T = Value(kelvin, "K");
+        const long before = store_.statements();
+        plant->update(&store_);
+        return store_.statements() - before;
+    };
+
+    readElsewhere();
+    const long taken = update(420.0);
+    EXPECT_TRUE(retrieve(store_, id)->equals(*plant));
+    readElsewhere();
+    writeElsewhere([](Plant& theirs) { theirs.P = Value(2.0, "bar"); });
+    const long readAgain = update(430.0);
+    EXPECT_EQ(readAgain - taken, 4) << "the four tables of vectors";
+    EXPECT_TRUE(retrieve(store_, id)->equals(*plant));
+
+    // Another kernel gives x a fourth element, in rows with new IDs: the rows read before it name none of them.
+    readElsewhere();
+    writeElsewhere([](Plant& theirs) { theirs.x.resize(4); });
+    plant->x[0] = Value(0.05);
+    update(440.0);
+    std::unique_ptr<Node> back = retrieve(store_, id);
+    EXPECT_TRUE(back->equals(*plant));
+    EXPECT_EQ(dynamic_cast<Plant&>(*back).x.size(), plant->x.size());
 }
 
 // A tree is read with one query for its nodes and one per table, however many nodes it has.

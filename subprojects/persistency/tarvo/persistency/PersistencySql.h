@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 // One parameter of a prepared statement: every driver sends its own form of it.
@@ -48,7 +49,8 @@ struct SqlDialect {
     std::string updateScalar;              // the table as "%s" or, named twice, "%1$s"; parameters VALUE, TAG, NID
     std::string updateVectorValue;         // the table as "%s" or, named twice, "%1$s"; parameters VALUE, ID
     std::string selectBlock; // "%d" thrice: the block's rows of N; ID, UUID, TAG, DESCRIPTION, TYPE, PARENT, ROOT,
-                             // CREATED_AT and UPDATED_AT in seconds, RANGE
+                             // CREATED_AT and UPDATED_AT in seconds, RANGE, and where the store keeps one, the
+                             // version of the row, which every write of it changes
     std::string readI, readQ, readS; // "%d" "%d": NID from, NID below; columns NID, TAG, VALUE [, UNIT, INPUT, OUTPUT]
     std::string selectVectors; // "%s" "%s" "%s" "%s" "%d" "%d": more columns, table, table, link, NID from, NID below;
                                // columns NID, ID, TAG, value ID, VALUE and the more, by ID then value ID, a vector
@@ -108,8 +110,14 @@ public:
     // The number of statements sent to the database since construction.
     long statements() const { return statements_; }
 
+    // Hands what this driver read of the store outside any transaction to the next driver of the process on the
+    // same store, which the rows of the vectors then spare a read (see updateBlock).
+    ~PersistencySql() override;
+
 protected:
-    explicit PersistencySql(const SqlDialect& dialect) : dialect_(dialect) {}
+    // `store` names the store for the rows handed between drivers; empty, nothing is handed.
+    explicit PersistencySql(const SqlDialect& dialect, std::string store = std::string())
+        : dialect_(dialect), store_(std::move(store)) {}
 
     // Primitives of a driver. `context` names the operation for error messages.
     virtual void execute(const std::string& sql, const std::string& context) = 0;
@@ -137,7 +145,9 @@ private:
     // The block of node id read for retrieval, loaded when no block holds id; dropped by every write.
     StoreBlock& readBlock(int id);
     // The block of node id whose vectors the current transaction updates. It outlives the updates, which
-    // leave the rows it lists in place, and is dropped when vectors are written anew or inserted.
+    // leave the rows it lists in place, and is dropped when vectors are written anew or inserted. Its rows of
+    // vectors are those that the last driver read, where it read this block and the versions of its rows of N
+    // are the same now, in this transaction: every write of a node's items writes its row of N too.
     StoreBlock& updateBlock(int id);
     std::unique_ptr<StoreBlock> loadBlock(int id);
     const SqlRows& scalarRows(int id, const char* table, const std::string& sql);
@@ -153,7 +163,9 @@ private:
     void updateScalars(int id, const Map& items, const char* table, Parameter parameter);
     template <typename Item> int ownerId(const Item& item, int offset, const char* table);
 
+    const std::string store_;
     std::unique_ptr<StoreBlock> readBlock_, updateBlock_;
+    bool readBlockCommitted_ = false; // the read block was read outside any transaction
 };
 
 // sprintf into a std::string.

@@ -41,6 +41,12 @@ public:
     // anew, whose value rows have new IDs. The other nodes' rows stay.
     void forget(const std::string& table, int id) { stale_.emplace(table, id); }
 
+    // The rows of `table` by node, or null where the table has not been loaded.
+    const std::map<int, SqlRows>* loaded(const std::string& table) const;
+    // Takes the rows of `table` from `other` where it has loaded them and forgotten none: the caller has made
+    // sure that they are the store's rows of this block. Tells whether it did.
+    bool take(StoreBlock& other, const std::string& table);
+
 private:
     static std::map<int, SqlRows> group(SqlRows rows);
     static const SqlRows& none();
