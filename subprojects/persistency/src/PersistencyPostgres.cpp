@@ -45,8 +45,8 @@ const SqlDialect postgres{
     "unwritten AS MATERIALIZED (SELECT r.* FROM r LEFT JOIN changed USING (id) WHERE changed.id IS NULL) "
     "SELECT n FROM unwritten u WHERE (SELECT 1 FROM %1$sV T WHERE T.ID=u.id LIMIT 1) IS NULL ORDER BY n",
     "SELECT ID, TRIM(UUID), TRIM(TAG), TRIM(DESCRIPTION), TRIM(TYPE), PARENT, ROOT, extract(epoch from CREATED_AT), "
-    "extract(epoch from UPDATED_AT), RANGE, xmin FROM N WHERE ID >= %d AND ID < %d + (SELECT RANGE FROM N WHERE ID = %d) "
-    "ORDER BY ID",
+    "extract(epoch from UPDATED_AT), RANGE, xmin FROM N "
+    "WHERE ID >= %d AND ID < %d + (SELECT RANGE FROM N WHERE ID = %d) ORDER BY ID",
     "SELECT NID,TRIM(TAG),VALUE FROM I WHERE NID >= %d AND NID < %d",
     "SELECT NID,TRIM(TAG),VALUE,TRIM(UNIT),INPUT,OUTPUT FROM Q WHERE NID >= %d AND NID < %d",
     "SELECT NID,TRIM(TAG),TRIM(VALUE) FROM S WHERE NID >= %d AND NID < %d",
