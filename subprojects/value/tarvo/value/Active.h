@@ -194,9 +194,8 @@ public:
             r.nd_ = static_cast<short>(numdir_);
             for (int i = 0; i < numdir_; ++i) r.dense_[i] = rule(x.dense(i));
         } else if (x.nd_ == sparseStore) {
-            r.sparse_ = Sparse::copy(*x.sparse_);
+            r.sparse_ = Sparse::mapped(*x.sparse_, rule);
             r.nd_ = sparseStore;
-            r.sparse_->transform(rule);
         }
     }
 

@@ -1,6 +1,8 @@
 #ifndef TARVO_VALUE_SPARSEDERIVATIVES_H
 #define TARVO_VALUE_SPARSEDERIVATIVES_H
 
+#include <cstring>
+
 // The derivatives of a number in sparse mode: directions in ascending order and their derivatives, as two
 // arrays in one heap block after its header. An active number refers to its list by a plain pointer, which
 // keeps the number trivially movable: the compiler then holds the temporaries of an expression in registers,
@@ -26,6 +28,16 @@ public:
     // a*x + b*y, direction by direction; either list may be null, not both.
     static SparseDerivatives* combine(V a, const SparseDerivatives* x, V b,
                                       const SparseDerivatives* y) noexcept;
+    // The directions of `o` with each derivative d replaced by f(d), in one pass over the list.
+    template <typename F> static SparseDerivatives* mapped(const SparseDerivatives& o, F f) noexcept {
+        SparseDerivatives* list = create(o.size_);
+        std::memcpy(list->directions(), o.directions(), sizeof(int) * o.size_);
+        const V* from = o.derivatives();
+        V* to = list->derivatives();
+        for (int k = 0; k < o.size_; ++k) to[k] = f(from[k]);
+        list->size_ = o.size_;
+        return list;
+    }
     // Sets the derivative of direction i, inserting the entry if missing; returns the list, which may
     // have moved.
     static SparseDerivatives* set(SparseDerivatives* list, int i, V d) noexcept;
