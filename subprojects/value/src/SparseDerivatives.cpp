@@ -68,16 +68,8 @@ SparseDerivatives<V>* SparseDerivatives<V>::combine(V a, const SparseDerivatives
     // the same directions (variables of one stream): both take the directions as they are and run over the
     // derivatives alone.
     if (!x || !y) {
-        const SparseDerivatives& only = x ? *x : *y;
         const V k = x ? a : b;
-        const int n = only.size_;
-        SparseDerivatives* out = create(n);
-        std::memcpy(out->directions(), only.directions(), sizeof(int) * n);
-        const V* from = only.derivatives();
-        V* to = out->derivatives();
-        for (int i = 0; i < n; ++i) to[i] = k * from[i];
-        out->size_ = n;
-        return out;
+        return mapped(x ? *x : *y, [k](V d) { return k * d; });
     }
     const int nx = x->size_, ny = y->size_;
     const int *dx = x->directions(), *dy = y->directions();
