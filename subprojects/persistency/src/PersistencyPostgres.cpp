@@ -44,13 +44,16 @@ const SqlDialect postgres{
     "WHERE T.ID=l.id AND T.VALUE IS DISTINCT FROM l.value RETURNING l.id), "
     "unwritten AS MATERIALIZED (SELECT r.* FROM r LEFT JOIN changed USING (id) WHERE changed.id IS NULL) "
     "SELECT n FROM unwritten u WHERE (SELECT 1 FROM %1$sV T WHERE T.ID=u.id LIMIT 1) IS NULL ORDER BY n",
-    "SELECT ID, TRIM(UUID), TRIM(TAG), TRIM(DESCRIPTION), TRIM(TYPE), PARENT, ROOT, extract(epoch from CREATED_AT), "
+    // Text is read as stored: `query` strips the blanks that pad a fixed-width column, which costs the server a
+    // conversion of every value when done in the statement. A string value also loses its leading blanks, as
+    // it always has; no tag, unit or description can begin with one.
+    "SELECT ID, UUID, TAG, DESCRIPTION, TYPE, PARENT, ROOT, extract(epoch from CREATED_AT), "
     "extract(epoch from UPDATED_AT), RANGE, xmin FROM N "
     "WHERE ID >= %d AND ID < %d + (SELECT RANGE FROM N WHERE ID = %d) ORDER BY ID",
-    "SELECT NID,TRIM(TAG),VALUE FROM I WHERE NID >= %d AND NID < %d",
-    "SELECT NID,TRIM(TAG),VALUE,TRIM(UNIT),INPUT,OUTPUT FROM Q WHERE NID >= %d AND NID < %d",
-    "SELECT NID,TRIM(TAG),TRIM(VALUE) FROM S WHERE NID >= %d AND NID < %d",
-    "SELECT V.NID, V.ID, TRIM(V.TAG), W.ID, W.VALUE%s FROM %s V LEFT JOIN %sV W ON W.%s = V.ID "
+    "SELECT NID,TAG,VALUE FROM I WHERE NID >= %d AND NID < %d",
+    "SELECT NID,TAG,VALUE,UNIT,INPUT,OUTPUT FROM Q WHERE NID >= %d AND NID < %d",
+    "SELECT NID,TAG,TRIM(VALUE) FROM S WHERE NID >= %d AND NID < %d",
+    "SELECT V.NID, V.ID, V.TAG, W.ID, W.VALUE%s FROM %s V LEFT JOIN %sV W ON W.%s = V.ID "
     "WHERE V.NID >= %d AND V.NID < %d ORDER BY V.ID, W.ID",
     "DELETE FROM %sV WHERE %s = ANY($1)",
     // One statement sees the table as it was before it, so the old values go and the new ones stay.
@@ -118,6 +121,9 @@ Oid arrayType(SqlParameter::Kind kind) {
     }
     return 1000;
 }
+
+// The server's type character(n), whose values come back padded with blanks.
+constexpr Oid fixedWidthText = 1042;
 
 int integerOf(const std::optional<std::string>& text) { return text ? std::atoi(text->c_str()) : 0; }
 
@@ -321,11 +327,21 @@ SqlRows PersistencyPostgres::query(const std::string& sql, const std::string& co
            {context, sql, [&rows](pg_result* result) {
                 rows.resize(pq().ntuples(result));
                 const int columns = pq().nfields(result);
+                std::vector<bool> padded(columns);
+                for (int c = 0; c < columns; ++c) padded[c] = pq().ftype(result, c) == fixedWidthText;
                 for (int r = 0; r < static_cast<int>(rows.size()); ++r) {
                     rows[r].reserve(columns); // a read of a large plant fills some ten thousand rows
-                    for (int c = 0; c < columns; ++c)
-                        rows[r].push_back(pq().getisnull(result, r, c) ? std::nullopt
-                                                                     : std::optional<std::string>(pq().getvalue(result, r, c)));
+                    for (int c = 0; c < columns; ++c) {
+                        if (pq().getisnull(result, r, c)) {
+                            rows[r].emplace_back();
+                            continue;
+                        }
+                        const char* text = pq().getvalue(result, r, c);
+                        const char* end = text + pq().getlength(result, r, c);
+                        if (padded[c])
+                            while (end > text && end[-1] == ' ') --end;
+                        rows[r].emplace_back(std::in_place, text, end);
+                    }
                 }
                 return std::string();
             }});
@@ -512,7 +528,7 @@ int PersistencyPostgres::insertObject(Node& node, int offset) {
 
 void PersistencyPostgres::retrieveObject(const std::string& uuid, int& id, std::string& tag, std::string& description,
                                          std::string& type, int& parent, int& root, double& created, double& updated) {
-    const SqlRows rows = query(sqlFormat("SELECT ID, TRIM(TAG), TRIM(DESCRIPTION), TRIM(TYPE), PARENT, ROOT, extract(epoch "
+    const SqlRows rows = query(sqlFormat("SELECT ID, TAG, DESCRIPTION, TYPE, PARENT, ROOT, extract(epoch "
                                          "from CREATED_AT), extract(epoch from UPDATED_AT) FROM N WHERE UUID='%s'",
                                          escape(uuid).c_str()),
                                __PRETTY_FUNCTION__);

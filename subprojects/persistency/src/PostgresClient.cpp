@@ -39,8 +39,10 @@ PostgresClient load() {
     find(handle, client.resultErrorField, "PQresultErrorField");
     find(handle, client.ntuples, "PQntuples");
     find(handle, client.nfields, "PQnfields");
+    find(handle, client.ftype, "PQftype");
     find(handle, client.getisnull, "PQgetisnull");
     find(handle, client.getvalue, "PQgetvalue");
+    find(handle, client.getlength, "PQgetlength");
     find(handle, client.clear, "PQclear");
     find(handle, client.escapeStringConn, "PQescapeStringConn");
     return client;

@@ -23,8 +23,10 @@ struct PostgresClient {
     decltype(&PQresultErrorField) resultErrorField;
     decltype(&PQntuples) ntuples;
     decltype(&PQnfields) nfields;
+    decltype(&PQftype) ftype;
     decltype(&PQgetisnull) getisnull;
     decltype(&PQgetvalue) getvalue;
+    decltype(&PQgetlength) getlength;
     decltype(&PQclear) clear;
     decltype(&PQescapeStringConn) escapeStringConn;
 

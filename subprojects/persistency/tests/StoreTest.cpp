@@ -297,7 +297,7 @@ TEST_F(Store, EveryFiniteNumberReadsBackBitForBit) {
 }
 
 // Texts go to the server as elements of array literals: quotes, backslashes, commas, braces, inner blanks and the
-// word NULL stay theirs, whether inserted or written by an update. (Fixed-width columns drop trailing blanks.)
+// word NULL stay theirs, whether inserted or written by an update.
 TEST_F(Store, TextsComeBackWithEveryCharacterTheyHold) {
     const std::string hard[] = {"a \"quoted\", {braced} back\\slash", "\\\"", "NULL", ""};
     std::unique_ptr<Plant> plant(newPlant());
@@ -317,6 +317,13 @@ TEST_F(Store, TextsComeBackWithEveryCharacterTheyHold) {
     EXPECT_EQ(dynamic_cast<Plant&>(*second).name.value(), hard[1]);
     EXPECT_EQ(dynamic_cast<Plant&>(*second).labels[0], hard[3]);
     EXPECT_EQ(dynamic_cast<Plant&>(*second).labels[1], hard[0]);
+    // Blanks at the ends: a string item loses them all, an element of a string vector only its trailing ones.
+    plant->name = "  two ends  ";
+    plant->labels[0] = "  two ends  ";
+    plant->update(&store_);
+    std::unique_ptr<Node> third = retrieve(store_, id);
+    EXPECT_EQ(dynamic_cast<Plant&>(*third).name.value(), "two ends");
+    EXPECT_EQ(dynamic_cast<Plant&>(*third).labels[0], "  two ends");
 }
 
 // A row gone from the store fails the whole update, which names its tag and writes nothing of the tree.
