@@ -40,19 +40,19 @@ const SqlDialect postgres{
     "SELECT n FROM unwritten u "
     "WHERE (SELECT 1 FROM %1$s T WHERE T.NID=u.nid AND T.TAG=u.tag::bpchar LIMIT 1) IS NULL ORDER BY n",
     "WITH r AS (SELECT * FROM unnest($1,$2) WITH ORDINALITY AS r(value,id,n)), "
-    "changed AS (UPDATE %1$sV T SET VALUE=l.value FROM (SELECT DISTINCT ON (id) * FROM r ORDER BY id,n DESC) l "
+    "changed AS (UPDATE %1$s T SET VALUE=l.value FROM (SELECT DISTINCT ON (id) * FROM r ORDER BY id,n DESC) l "
     "WHERE T.ID=l.id AND T.VALUE IS DISTINCT FROM l.value RETURNING l.id), "
     "unwritten AS MATERIALIZED (SELECT r.* FROM r LEFT JOIN changed USING (id) WHERE changed.id IS NULL) "
-    "SELECT n FROM unwritten u WHERE (SELECT 1 FROM %1$sV T WHERE T.ID=u.id LIMIT 1) IS NULL ORDER BY n",
+    "SELECT n FROM unwritten u WHERE (SELECT 1 FROM %1$s T WHERE T.ID=u.id LIMIT 1) IS NULL ORDER BY n",
     // Text is read as stored: `query` strips the blanks that pad a fixed-width column, which costs the server a
     // conversion of every value when done in the statement. A string value also loses its leading blanks, as
     // it always has; no tag, unit or description can begin with one.
     "SELECT ID, UUID, TAG, DESCRIPTION, TYPE, PARENT, ROOT, extract(epoch from CREATED_AT), "
     "extract(epoch from UPDATED_AT), RANGE, xmin FROM N "
     "WHERE ID >= %d AND ID < %d + (SELECT RANGE FROM N WHERE ID = %d) ORDER BY ID",
-    "SELECT NID,TAG,VALUE FROM I WHERE NID >= %d AND NID < %d",
-    "SELECT NID,TAG,VALUE,UNIT,INPUT,OUTPUT FROM Q WHERE NID >= %d AND NID < %d",
-    "SELECT NID,TAG,TRIM(VALUE) FROM S WHERE NID >= %d AND NID < %d",
+    "SELECT NID,TAG,VALUE,ID FROM I WHERE NID >= %d AND NID < %d",
+    "SELECT NID,TAG,VALUE,UNIT,INPUT,OUTPUT,ID FROM Q WHERE NID >= %d AND NID < %d",
+    "SELECT NID,TAG,TRIM(VALUE),ID FROM S WHERE NID >= %d AND NID < %d",
     "SELECT V.NID, V.ID, V.TAG, W.ID, W.VALUE%s FROM %s V LEFT JOIN %sV W ON W.%s = V.ID "
     "WHERE V.NID >= %d AND V.NID < %d ORDER BY V.ID, W.ID",
     "DELETE FROM %sV WHERE %s = ANY($1)",

@@ -100,6 +100,7 @@ void PersistencySql::push_transaction() {
     readBlock_.reset();
     if (depth_ == 0) {
         updateBlock_.reset();
+        storedScalars_.clear();
         begin();
     }
     ++depth_;
@@ -108,6 +109,7 @@ void PersistencySql::push_transaction() {
 void PersistencySql::forgetBlocks() {
     readBlock_.reset();
     updateBlock_.reset();
+    storedScalars_.clear();
 }
 
 void PersistencySql::pop_transaction() {
@@ -125,6 +127,7 @@ int PersistencySql::getId() {
 void PersistencySql::removeObject(int id) {
     push_transaction();
     updateBlock_.reset();
+    storedScalars_.clear();
     for (const std::string& statement : dialect_.removeBlock) execute(sqlFormat(statement.c_str(), id, id, id), "removeObject");
     pop_transaction();
 }
@@ -168,6 +171,10 @@ StoreBlock& PersistencySql::updateBlock(int id) {
     rows("QV", "VID", true);
     rows("QM", "MID", true);
     rows("SV", "VID", false);
+    if (current)
+        for (const char* table : {"I", "Q", "S"})
+            if (std::optional<std::map<int, SqlRows>> taken = earlier->release(table))
+                storedScalars_[table] = std::move(*taken);
     return *updateBlock_;
 }
 
@@ -296,13 +303,30 @@ void PersistencySql::read(int id, const StringMap& items) {
     }
 }
 
+// Items whose rows the transaction knows are updated by row ID, which spares the server a search by node and tag;
+// the others by node and tag. An item goes the same way at every update of a transaction, so that its runs go out
+// in the order in which they were made. Every value is sent: the server compares it with the row as it is then.
 template <typename Map, typename Parameter>
 void PersistencySql::updateScalars(int id, const Map& items, const char* table, Parameter parameter) {
     if (items.empty()) return;
     push_transaction();
-    const auto statement = prepare(sqlFormat(dialect_.updateScalar.c_str(), table), std::string("update ") + table);
-    for (const auto& [tag, item] : items)
-        statement->run({parameter(*item), SqlParameter::of(item->tag()), SqlParameter::of(id)}, item->tag());
+    const std::string context = std::string("update ") + table;
+    std::unique_ptr<SqlStatement> byId, byTag;
+    const SqlRows* rows = nullptr;
+    if (const auto stored = storedScalars_.find(table); stored != storedScalars_.end())
+        if (const auto node = stored->second.find(id); node != stored->second.end()) rows = &node->second;
+    for (const auto& [tag, item] : items) {
+        const SqlParameter value = parameter(*item);
+        const auto row = rows ? std::find_if(rows->begin(), rows->end(), [&](const SqlRow& r) { return r[1] == tag; })
+                              : SqlRows::const_iterator();
+        if (!rows || row == rows->end()) {
+            if (!byTag) byTag = prepare(sqlFormat(dialect_.updateScalar.c_str(), table), context);
+            byTag->run({value, SqlParameter::of(item->tag()), SqlParameter::of(id)}, item->tag());
+        } else {
+            if (!byId) byId = prepare(sqlFormat(dialect_.updateById.c_str(), table), context);
+            byId->run({value, SqlParameter::of(integerOf(row->back()))}, tag);
+        }
+    }
     pop_transaction();
 }
 
@@ -411,7 +435,8 @@ void PersistencySql::updateVectors(int id, const Map& items, const char* table, 
         const std::size_t n = valueCount(first, last);
         TARVO_LOG(4) << "updating " << it->first;
         TARVO_LOG(4) << "count_id = " << n << " vector size = " << item.size();
-        if (!inPlace) inPlace = prepare(sqlFormat(dialect_.updateVectorValue.c_str(), table), context + "V");
+        if (!inPlace)
+            inPlace = prepare(sqlFormat(dialect_.updateById.c_str(), (std::string(table) + "V").c_str()), context + "V");
         if (n == item.size()) {
             // A row gone since the block was read (another kernel rewrote the vector) fails the transaction.
             for (std::size_t i = 0; i < n; ++i)

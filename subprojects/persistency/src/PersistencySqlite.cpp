@@ -17,12 +17,12 @@ const SqlDialect sqlite{
     "INSERT INTO %s(NID, TAG, DESCRIPTION, UNIT, INPUT, OUTPUT) values(?, ?, ?, ?, ?, ?)",
     "INSERT INTO %sV (%s,VALUE) values(?, ?)",
     "UPDATE %s SET VALUE=? WHERE TAG=? AND NID=?",
-    "UPDATE %sV SET VALUE=? WHERE ID=?",
+    "UPDATE %s SET VALUE=? WHERE ID=?",
     "select ID, UUID, TAG, DESCRIPTION, TYPE, PARENT, ROOT, strftime('%%s', CREATED_AT), strftime('%%s', UPDATED_AT), "
     "RANGE from N where ID >= %d and ID < %d + (select RANGE from N where ID = %d) order by ID",
-    "select NID, trim(TAG), VALUE from I where NID >= %d and NID < %d",
-    "select NID, trim(TAG), VALUE, TRIM(UNIT), INPUT, OUTPUT from Q where NID >= %d and NID < %d",
-    "select NID, trim(TAG), VALUE from S where NID >= %d and NID < %d",
+    "select NID, trim(TAG), VALUE, ID from I where NID >= %d and NID < %d",
+    "select NID, trim(TAG), VALUE, TRIM(UNIT), INPUT, OUTPUT, ID from Q where NID >= %d and NID < %d",
+    "select NID, trim(TAG), VALUE, ID from S where NID >= %d and NID < %d",
     "SELECT V.NID, V.ID, trim(V.TAG), W.ID, W.VALUE%s FROM %s V LEFT JOIN %sV W ON W.%s = V.ID "
     "WHERE V.NID >= %d AND V.NID < %d ORDER BY V.ID, W.ID",
     "DELETE FROM %sV WHERE %s=?",

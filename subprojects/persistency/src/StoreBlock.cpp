@@ -17,13 +17,19 @@ const std::map<int, SqlRows>* StoreBlock::loaded(const std::string& table) const
 }
 
 bool StoreBlock::take(StoreBlock& other, const std::string& table) {
-    const auto it = other.tables_.find(table);
-    if (it == other.tables_.end()) return false;
-    for (const auto& [staleTable, node] : other.stale_)
-        if (staleTable == table) return false;
-    tables_[table] = std::move(it->second);
-    other.tables_.erase(it);
-    return true;
+    std::optional<std::map<int, SqlRows>> rows = other.release(table);
+    if (rows) tables_[table] = std::move(*rows);
+    return rows.has_value();
+}
+
+std::optional<std::map<int, SqlRows>> StoreBlock::release(const std::string& table) {
+    const auto it = tables_.find(table);
+    if (it == tables_.end()) return std::nullopt;
+    for (const auto& [staleTable, node] : stale_)
+        if (staleTable == table) return std::nullopt;
+    std::map<int, SqlRows> rows = std::move(it->second);
+    tables_.erase(it);
+    return rows;
 }
 
 const SqlRows& StoreBlock::none() {

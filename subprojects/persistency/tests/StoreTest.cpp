@@ -152,7 +152,7 @@ TEST_F(Store, SuccessiveUpdatesOfOneTreeReadBackWhatWasWritten) {
 }
 
 // A command reads a case with one driver and writes its results with the next, which takes the rows of vectors
-// that the first read instead of reading them again, as long as no write has come between.
+// and items that the first read instead of reading them again, as long as no write has come between.
 TEST_F(Store, AnUpdateTakesTheVectorsThatTheLastDriverReadWhileNoWriteCameBetween) {
     std::unique_ptr<Plant> plant = filledPlant();
     const int id = plant->insert(&store_);
@@ -182,6 +182,15 @@ TEST_F(Store, AnUpdateTakesTheVectorsThatTheLastDriverReadWhileNoWriteCameBetwee
     const long readAgain = update(430.0);
     EXPECT_EQ(readAgain - taken, 4) << "the four tables of vectors";
     EXPECT_TRUE(retrieve(store_, id)->equals(*plant));
+
+    // Of two updates of a number within one transaction the last holds, also where it sets back the stored value.
+    readElsewhere();
+    const double stored = plant->T.toDouble();
+    store_.push_transaction();
+    update(stored + 10.0);
+    update(stored);
+    store_.pop_transaction();
+    EXPECT_EQ(dynamic_cast<Plant&>(*retrieve(store_, id)).T.toDouble(), stored);
 
     // Another kernel gives x a fourth element, in rows with new IDs: the rows read before it name none of them.
     readElsewhere();

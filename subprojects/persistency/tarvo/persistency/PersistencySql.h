@@ -4,6 +4,7 @@
 #include <tarvo/persistency/Persistency.h>
 #include <tarvo/persistency/StoreBlock.h>
 
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -47,11 +48,12 @@ struct SqlDialect {
     std::string insertQuantityVector;      // "%s": table; parameters NID, TAG, DESCRIPTION, UNIT, INPUT, OUTPUT
     std::string insertVectorValue;         // "%s" "%s": table, link column; parameters link, VALUE
     std::string updateScalar;              // the table as "%s" or, named twice, "%1$s"; parameters VALUE, TAG, NID
-    std::string updateVectorValue;         // the table as "%s" or, named twice, "%1$s"; parameters VALUE, ID
+    std::string updateById;                // the table as "%s" or, named twice, "%1$s"; parameters VALUE, ID
     std::string selectBlock; // "%d" thrice: the block's rows of N; ID, UUID, TAG, DESCRIPTION, TYPE, PARENT, ROOT,
                              // CREATED_AT and UPDATED_AT in seconds, RANGE, and where the store keeps one, the
                              // version of the row, which every write of it changes
-    std::string readI, readQ, readS; // "%d" "%d": NID from, NID below; columns NID, TAG, VALUE [, UNIT, INPUT, OUTPUT]
+    std::string readI, readQ, readS; // "%d" "%d": NID from, NID below; columns NID, TAG, VALUE [, UNIT, INPUT,
+                                     // OUTPUT], ID
     std::string selectVectors; // "%s" "%s" "%s" "%s" "%d" "%d": more columns, table, table, link, NID from, NID below;
                                // columns NID, ID, TAG, value ID, VALUE and the more, by ID then value ID, a vector
                                // without values once
@@ -165,6 +167,9 @@ private:
 
     const std::string store_;
     std::unique_ptr<StoreBlock> readBlock_, updateBlock_;
+    // The rows of I, Q and S by table and node, where the current transaction took them with the rows of vectors
+    // (see updateBlock): their items are updated by row ID.
+    std::map<std::string, std::map<int, SqlRows>> storedScalars_;
     bool readBlockCommitted_ = false; // the read block was read outside any transaction
 };
 

@@ -46,6 +46,8 @@ public:
     // Takes the rows of `table` from `other` where it has loaded them and forgotten none: the caller has made
     // sure that they are the store's rows of this block. Tells whether it did.
     bool take(StoreBlock& other, const std::string& table);
+    // Gives up the rows of `table` where it has loaded them and forgotten none.
+    std::optional<std::map<int, SqlRows>> release(const std::string& table);
 
 private:
     static std::map<int, SqlRows> group(SqlRows rows);
