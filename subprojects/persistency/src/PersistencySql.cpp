@@ -475,7 +475,7 @@ SqlParameter textParameter(const std::string& v) { return SqlParameter::of(v); }
 SqlParameter valueParameter(const Value& v) { return SqlParameter::of(PersistencySql::safeNumber(v.toDouble())); }
 // Each reads the element's value from column 4 of its row.
 void assignInteger(int& to, const SqlRow& row) { to = integerOf(row[4]); }
-// Fixed-width text columns come back padded with blanks.
+// Without trailing blanks, as the server's fixed-width columns keep none: the same from either store.
 void assignText(std::string& to, const SqlRow& row) {
     to = textOf(row[4]);
     to.erase(to.find_last_not_of(' ') + 1);
