@@ -31,12 +31,8 @@ void Jacobian::release_() {
     patternRows_.clear();
 }
 
-void Jacobian::freeNumeric_() {
-    if (numeric_) numeric_ = cs_di_nfree(numeric_);
-}
-
 void Jacobian::freeFactors_() {
-    freeNumeric_();
+    lu_.forget();
     if (symbolic_) symbolic_ = cs_di_sfree(symbolic_);
 }
 
@@ -199,9 +195,8 @@ void Jacobian::multiplyTransposed(const double* v, double* out) const {
 
 int Jacobian::decompose() {
     if (sparse_) {
-        freeNumeric_();
         if (!symbolic_ || !samePattern_()) {
-            if (symbolic_) symbolic_ = cs_di_sfree(symbolic_);
+            freeFactors_();
             // Ordering 2: minimum degree on A'A, with dense rows dropped, the choice for LU.
             symbolic_ = cs_di_sqr(2, sparse_, 0);
             if (!symbolic_) return 1;
@@ -209,8 +204,7 @@ int Jacobian::decompose() {
             patternColumns_.assign(sparse_->p, sparse_->p + n_ + 1);
             patternRows_.assign(sparse_->i, sparse_->i + entries);
         }
-        numeric_ = cs_di_lu(sparse_, symbolic_, 0.001);
-        if (!numeric_) return 1;
+        if (!lu_.factor(*sparse_, *symbolic_, 0.001)) return 1;
         if (!work_) work_ = static_cast<double*>(cs_di_malloc(static_cast<int>(n_), sizeof(double)));
         return work_ ? 0 : 1;
     }
@@ -253,10 +247,11 @@ int Jacobian::decompose() {
 int Jacobian::solve(double* b) {
     const int n = static_cast<int>(n_);
     if (sparse_) {
-        assert(symbolic_ && numeric_ && work_);
-        cs_di_ipvec(numeric_->pinv, b, work_, n);
-        cs_di_lsolve(numeric_->L, work_);
-        cs_di_usolve(numeric_->U, work_);
+        const cs_di_numeric* factors = lu_.factors();
+        assert(symbolic_ && factors && work_);
+        cs_di_ipvec(factors->pinv, b, work_, n);
+        cs_di_lsolve(factors->L, work_);
+        cs_di_usolve(factors->U, work_);
         cs_di_ipvec(symbolic_->q, work_, b, n);
         return 0;
     }
@@ -285,11 +280,9 @@ int Jacobian::solve(double* b) {
     return 0;
 }
 
-int Jacobian::solveAndFree(double* b) {
-    int status = decompose();
-    if (status == 0) status = solve(b);
-    freeNumeric_();
-    return status;
+int Jacobian::factorAndSolve(double* b) {
+    const int status = decompose();
+    return status == 0 ? solve(b) : status;
 }
 
 bool Jacobian::samePattern_() const {

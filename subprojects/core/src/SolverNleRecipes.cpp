@@ -108,7 +108,7 @@ int SolverNleRecipes::solve() {
         const double fold = f;
         for (int i = 0; i < n; ++i)
             p_[i] = -F_[i];
-        int check = J_.solveAndFree(p_.data());
+        int check = J_.factorAndSolve(p_.data());
         if (check > 0) return finish_(check);
         ++nNewton_;
 

@@ -79,7 +79,7 @@ TEST(Jacobian, DenseSolveWithRowExchanges) {
     EXPECT_EQ(g[1], 1);
     EXPECT_EQ(g[2], -2);
     double b[3] = {7, 6, 1};
-    EXPECT_EQ(J.solveAndFree(b), 0);
+    EXPECT_EQ(J.factorAndSolve(b), 0);
     EXPECT_NEAR(b[0], 1, 1e-14);
     EXPECT_NEAR(b[1], 2, 1e-14);
     EXPECT_NEAR(b[2], 3, 1e-14);
@@ -87,7 +87,7 @@ TEST(Jacobian, DenseSolveWithRowExchanges) {
     Jacobian one(1);
     one.set(0, 0, 4);
     double c = 2;
-    EXPECT_EQ(one.solveAndFree(&c), 0);
+    EXPECT_EQ(one.factorAndSolve(&c), 0);
     EXPECT_EQ(c, 0.5);
 }
 
@@ -97,16 +97,16 @@ TEST(Jacobian, SingularMatricesGiveTheirStatus) {
     for (unsigned i = 0; i < 3; ++i)
         dense.set(i, 1, 0); // a zero column
     double b[3] = {1, 1, 1};
-    EXPECT_EQ(dense.solveAndFree(b), 6);
+    EXPECT_EQ(dense.factorAndSolve(b), 6);
     Jacobian one(1);
     double c = 1;
-    EXPECT_EQ(one.solveAndFree(&c), 6);
+    EXPECT_EQ(one.factorAndSolve(&c), 6);
 
     Jacobian sparse(120);
     for (unsigned i = 0; i < 120; ++i)
         if (i != 17) sparse.set(i, i, 1.0);
     std::vector<double> r(120, 1.0);
-    EXPECT_EQ(sparse.solveAndFree(r.data()), 1);
+    EXPECT_EQ(sparse.factorAndSolve(r.data()), 1);
 }
 
 TEST(Jacobian, SparseSolveOfATridiagonalSystem) {
@@ -125,7 +125,7 @@ TEST(Jacobian, SparseSolveOfATridiagonalSystem) {
     // pattern: the ordering may be kept, the factors must be new, and the solution halves.
     for (int pass = 0; pass < 2; ++pass) {
         std::vector<double> x = b;
-        ASSERT_EQ(J.solveAndFree(x.data()), 0);
+        ASSERT_EQ(J.factorAndSolve(x.data()), 0);
         for (unsigned i = 0; i < n; ++i)
             ASSERT_NEAR(x[i], (i + 1.0) / (pass + 1), 1e-10) << i;
         for (unsigned i = 0; i < n; ++i)

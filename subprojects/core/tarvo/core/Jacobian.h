@@ -1,6 +1,7 @@
 #ifndef TARVO_CORE_JACOBIAN_H
 #define TARVO_CORE_JACOBIAN_H
 
+#include <tarvo/core/SparseLu.h>
 #include <tarvo/value/Value.h>
 
 #include <iosfwd>
@@ -9,7 +10,6 @@
 
 struct cs_di_sparse;
 struct cs_di_symbolic;
-struct cs_di_numeric;
 
 // The Jacobian of a nonlinear system: row = equation, column = unknown. Below `threshold` unknowns it is
 // a dense row-major array with an in-place LU; from `threshold` on it is a compressed-column sparse
@@ -56,9 +56,9 @@ public:
     int decompose();
     // Solves J x = b in place with the factors of decompose(). Dense: 0, or 7 at a zero diagonal.
     int solve(double* b);
-    // decompose(), solve(), then frees the numeric factors at once. The symbolic analysis of the sparse
-    // form (its ordering) is kept for the next matrix of the same pattern, as a Newton iteration brings.
-    int solveAndFree(double* b);
+    // decompose(), then solve(). The sparse form keeps its ordering and the course of its elimination for the
+    // next matrix of the same pattern, as a Newton iteration brings.
+    int factorAndSolve(double* b);
 
     // One line per row, the elements separated by blanks.
     void print(std::ostream& out) const;
@@ -71,7 +71,6 @@ public:
 private:
     void release_();
     void freeFactors_();
-    void freeNumeric_();
     // Makes room for one more sparse entry, doubling the store when it is full.
     void reserveSparse_();
     // Whether the sparse matrix has the pattern that the symbolic analysis was made for.
@@ -85,7 +84,7 @@ private:
     std::vector<int> insertionPoints_; // where fill() puts the next entry of each sparse column
     double* work_ = nullptr;
     cs_di_symbolic* symbolic_ = nullptr;
-    cs_di_numeric* numeric_ = nullptr;
+    SparseLu lu_;
     std::vector<int> patternColumns_; // column pointers and row indices at the symbolic analysis
     std::vector<int> patternRows_;
 };
