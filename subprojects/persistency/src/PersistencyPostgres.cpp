@@ -52,7 +52,7 @@ const SqlDialect postgres{
     "WHERE ID >= %d AND ID < %d + (SELECT RANGE FROM N WHERE ID = %d) ORDER BY ID",
     "SELECT NID,TAG,VALUE,ID FROM I WHERE NID >= %d AND NID < %d",
     "SELECT NID,TAG,VALUE,UNIT,INPUT,OUTPUT,ID FROM Q WHERE NID >= %d AND NID < %d",
-    "SELECT NID,TAG,TRIM(VALUE),ID FROM S WHERE NID >= %d AND NID < %d",
+    "SELECT NID,TAG,TRIM(VALUE),VALUE,ID FROM S WHERE NID >= %d AND NID < %d",
     "SELECT V.NID, V.ID, V.TAG, W.ID, W.VALUE%s FROM %s V LEFT JOIN %sV W ON W.%s = V.ID "
     "WHERE V.NID >= %d AND V.NID < %d ORDER BY V.ID, W.ID",
     "DELETE FROM %sV WHERE %s = ANY($1)",
@@ -74,6 +74,7 @@ const SqlDialect postgres{
      "delete from qm where nid >= %d and nid < %d + (select range from n where id = %d)",
      "delete from n where id >= %d and id < %d + (select range from n where id = %d)"},
     "SELECT COALESCE(MAX(id+range),0) from N",
+    " FOR UPDATE",
 };
 
 // Any number identifies the lock that serialises block allocation between kernels; this one spells "tarv".

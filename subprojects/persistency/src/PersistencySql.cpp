@@ -23,6 +23,40 @@ int integerOf(const std::optional<std::string>& text) { return text ? std::atoi(
 double numberOf(const std::optional<std::string>& text) { return text ? std::strtod(text->c_str(), nullptr) : 0.0; }
 std::string textOf(const std::optional<std::string>& text) { return text ? *text : std::string(); }
 
+// Whether a row that holds `stored` would keep its value when `value` is written to it: the server compares numbers
+// as equal where NaN meets NaN and 0 meets -0, and fixed-width text, which `stored` is, without its padding.
+bool holds(const std::optional<std::string>& stored, const SqlParameter& value) {
+    if (!stored) return false;
+    switch (value.kind) {
+    case SqlParameter::integer:
+        return std::atoll(stored->c_str()) == value.i;
+    case SqlParameter::real: {
+        const double d = std::strtod(stored->c_str(), nullptr);
+        return d == value.d || (std::isnan(d) && std::isnan(value.d));
+    }
+    case SqlParameter::text:
+        return *stored == value.s;
+    case SqlParameter::boolean:
+        break;
+    }
+    return false;
+}
+
+// What a row holds once `value` is written to it, as a read gives it back.
+std::string heldText(const SqlParameter& value) {
+    switch (value.kind) {
+    case SqlParameter::integer:
+        return std::to_string(value.i);
+    case SqlParameter::real:
+        return PersistencySql::numberText(value.d);
+    case SqlParameter::text:
+        break;
+    case SqlParameter::boolean:
+        return value.i ? "t" : "f";
+    }
+    return value.s.substr(0, value.s.find_last_not_of(' ') + 1);
+}
+
 // The unit column of a vector: the units of its first element.
 std::string unitOfFirst(const std::vector<Value>& values) {
     return values.empty() ? std::string() : values.front().unitText();
@@ -134,8 +168,8 @@ void PersistencySql::removeObject(int id) {
 
 // ---- blocks -----------------------------------------------------------------------------------------
 
-std::unique_ptr<StoreBlock> PersistencySql::loadBlock(int id) {
-    SqlRows nodes = query(sqlFormat(dialect_.selectBlock.c_str(), id, id, id), "read N");
+std::unique_ptr<StoreBlock> PersistencySql::loadBlock(int id, bool lock) {
+    SqlRows nodes = query(sqlFormat(dialect_.selectBlock.c_str(), id, id, id) + (lock ? dialect_.lockBlock : ""), "read N");
     int range = 1; // an id not in the store makes a block of itself, with no rows
     SqlRows children;
     for (const SqlRow& row : nodes) {
@@ -158,7 +192,7 @@ StoreBlock& PersistencySql::readBlock(int id) {
 
 StoreBlock& PersistencySql::updateBlock(int id) {
     if (updateBlock_ && updateBlock_->covers(id)) return *updateBlock_;
-    updateBlock_ = loadBlock(id);
+    updateBlock_ = loadBlock(id, true);
     std::unique_ptr<StoreBlock> earlier;
     if (handed.block && handed.store == store_) earlier = std::move(handed.block);
     const bool current = earlier && unchangedSince(*earlier, *updateBlock_);
@@ -303,43 +337,47 @@ void PersistencySql::read(int id, const StringMap& items) {
     }
 }
 
-// Items whose rows the transaction knows are updated by row ID, which spares the server a search by node and tag;
-// the others by node and tag. An item goes the same way at every update of a transaction, so that its runs go out
-// in the order in which they were made. Every value is sent: the server compares it with the row as it is then.
+// Items whose rows the transaction knows are updated by row ID, which spares the server a search by node and tag,
+// and only where the value differs from the row's: the rows are as the store holds them, as no other writer can
+// change them before the transaction ends. The other items are updated by node and tag, and every value is sent,
+// for the server to compare with the row as it is then. An item goes the same way at every update of a
+// transaction, so that its runs go out in the order in which they were made.
 template <typename Map, typename Parameter>
-void PersistencySql::updateScalars(int id, const Map& items, const char* table, Parameter parameter) {
+void PersistencySql::updateScalars(int id, const Map& items, const char* table, std::size_t stored,
+                                   Parameter parameter) {
     if (items.empty()) return;
     push_transaction();
     const std::string context = std::string("update ") + table;
     std::unique_ptr<SqlStatement> byId, byTag;
-    const SqlRows* rows = nullptr;
-    if (const auto stored = storedScalars_.find(table); stored != storedScalars_.end())
-        if (const auto node = stored->second.find(id); node != stored->second.end()) rows = &node->second;
+    SqlRows* rows = nullptr;
+    if (const auto known = storedScalars_.find(table); known != storedScalars_.end())
+        if (const auto node = known->second.find(id); node != known->second.end()) rows = &node->second;
     for (const auto& [tag, item] : items) {
         const SqlParameter value = parameter(*item);
         const auto row = rows ? std::find_if(rows->begin(), rows->end(), [&](const SqlRow& r) { return r[1] == tag; })
-                              : SqlRows::const_iterator();
+                              : SqlRows::iterator();
         if (!rows || row == rows->end()) {
             if (!byTag) byTag = prepare(sqlFormat(dialect_.updateScalar.c_str(), table), context);
             byTag->run({value, SqlParameter::of(item->tag()), SqlParameter::of(id)}, item->tag());
-        } else {
+        } else if (!holds((*row)[stored], value)) {
             if (!byId) byId = prepare(sqlFormat(dialect_.updateById.c_str(), table), context);
             byId->run({value, SqlParameter::of(integerOf(row->back()))}, tag);
+            (*row)[stored] = heldText(value);
         }
     }
     pop_transaction();
 }
 
 void PersistencySql::update(int id, const IntegerMap& items) {
-    updateScalars(id, items, "I", [](const Integer& i) { return SqlParameter::of(i.value()); });
+    updateScalars(id, items, "I", 2, [](const Integer& i) { return SqlParameter::of(i.value()); });
 }
 
 void PersistencySql::update(int id, const QuantityMap& items) {
-    updateScalars(id, items, "Q", [](const Quantity& q) { return SqlParameter::of(safeNumber(q.toDouble())); });
+    updateScalars(id, items, "Q", 2, [](const Quantity& q) { return SqlParameter::of(safeNumber(q.toDouble())); });
 }
 
 void PersistencySql::update(int id, const StringMap& items) {
-    updateScalars(id, items, "S", [](const String& s) { return SqlParameter::of(s.value()); });
+    updateScalars(id, items, "S", 3, [](const String& s) { return SqlParameter::of(s.value()); });
 }
 
 // ---- vectors ----------------------------------------------------------------------------------------

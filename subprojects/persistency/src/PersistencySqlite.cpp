@@ -22,7 +22,7 @@ const SqlDialect sqlite{
     "RANGE from N where ID >= %d and ID < %d + (select RANGE from N where ID = %d) order by ID",
     "select NID, trim(TAG), VALUE, ID from I where NID >= %d and NID < %d",
     "select NID, trim(TAG), VALUE, TRIM(UNIT), INPUT, OUTPUT, ID from Q where NID >= %d and NID < %d",
-    "select NID, trim(TAG), VALUE, ID from S where NID >= %d and NID < %d",
+    "select NID, trim(TAG), VALUE, VALUE, ID from S where NID >= %d and NID < %d",
     "SELECT V.NID, V.ID, trim(V.TAG), W.ID, W.VALUE%s FROM %s V LEFT JOIN %sV W ON W.%s = V.ID "
     "WHERE V.NID >= %d AND V.NID < %d ORDER BY V.ID, W.ID",
     "DELETE FROM %sV WHERE %s=?",
@@ -41,6 +41,7 @@ const SqlDialect sqlite{
      "delete from qm where nid >= %d and nid < %d + (select range from n where id = %d)",
      "delete from n where id >= %d and id < %d + (select range from n where id = %d)"},
     "select coalesce(max(ID+range),0) from N",
+    "",
 };
 
 const char* const schema = R"(-- NODES

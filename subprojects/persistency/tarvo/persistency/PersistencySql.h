@@ -53,7 +53,8 @@ struct SqlDialect {
                              // CREATED_AT and UPDATED_AT in seconds, RANGE, and where the store keeps one, the
                              // version of the row, which every write of it changes
     std::string readI, readQ, readS; // "%d" "%d": NID from, NID below; columns NID, TAG, VALUE [, UNIT, INPUT,
-                                     // OUTPUT], ID
+                                     // OUTPUT], ID; S's VALUE twice, as the kernel reads it and as the store
+                                     // holds it
     std::string selectVectors; // "%s" "%s" "%s" "%s" "%d" "%d": more columns, table, table, link, NID from, NID below;
                                // columns NID, ID, TAG, value ID, VALUE and the more, by ID then value ID, a vector
                                // without values once
@@ -64,6 +65,9 @@ struct SqlDialect {
     std::string lockVector;                // "%s": table; parameter ID; empty where a writer holds the whole store
     std::vector<std::string> removeBlock;  // each with "%d" three times
     std::string getId;
+    // After selectBlock, in a transaction that writes the block: locks its rows of N to the end of the
+    // transaction. Empty where a writer holds the whole store.
+    std::string lockBlock;
 };
 
 // The storage interface over a relational database: the algorithms that both stores share (items,
@@ -149,9 +153,11 @@ private:
     // The block of node id whose vectors the current transaction updates. It outlives the updates, which
     // leave the rows it lists in place, and is dropped when vectors are written anew or inserted. Its rows of
     // vectors are those that the last driver read, where it read this block and the versions of its rows of N
-    // are the same now, in this transaction: every write of a node's items writes its row of N too.
+    // are the same now, in this transaction: every write of a node's items writes its row of N too. The
+    // transaction holds those rows of N locked, so that no other writer changes the block before it commits.
     StoreBlock& updateBlock(int id);
-    std::unique_ptr<StoreBlock> loadBlock(int id);
+    // With `lock`, the block's rows of N stay locked to the end of the transaction.
+    std::unique_ptr<StoreBlock> loadBlock(int id, bool lock = false);
     const SqlRows& scalarRows(int id, const char* table, const std::string& sql);
     // With `flags`, the vector's INPUT and OUTPUT follow in every row.
     const SqlRows& vectorRows(StoreBlock& block, int id, const char* table, const char* link, bool flags);
@@ -161,14 +167,16 @@ private:
     void readVectors(int id, const Map& items, const char* table, const char* link, Assign assign);
     template <typename Map, typename Parameter>
     void updateVectors(int id, const Map& items, const char* table, const char* link, Parameter parameter);
+    // `stored`: the column of the rows of `table` that holds the value as the store keeps it.
     template <typename Map, typename Parameter>
-    void updateScalars(int id, const Map& items, const char* table, Parameter parameter);
+    void updateScalars(int id, const Map& items, const char* table, std::size_t stored, Parameter parameter);
     template <typename Item> int ownerId(const Item& item, int offset, const char* table);
 
     const std::string store_;
     std::unique_ptr<StoreBlock> readBlock_, updateBlock_;
     // The rows of I, Q and S by table and node, where the current transaction took them with the rows of vectors
-    // (see updateBlock): their items are updated by row ID.
+    // (see updateBlock): their items are updated by row ID, and only where their values differ from the rows',
+    // which hold each value that the transaction has written since.
     std::map<std::string, std::map<int, SqlRows>> storedScalars_;
     bool readBlockCommitted_ = false; // the read block was read outside any transaction
 };
