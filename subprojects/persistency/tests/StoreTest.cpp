@@ -203,6 +203,38 @@ TEST_F(Store, AnUpdateTakesTheVectorsThatTheLastDriverReadWhileNoWriteCameBetwee
     EXPECT_EQ(dynamic_cast<Plant&>(*back).x.size(), plant->x.size());
 }
 
+// An update that goes by the rows that another driver read sends what differs from them as the server compares:
+// a NaN for a number and a number for a NaN, text that differs only in its trailing blanks; and nothing where
+// every value stands as read.
+TEST_F(Store, AnUpdateByTheRowsReadSendsWhatDiffersAsTheServerComparesIt) {
+    std::unique_ptr<Plant> plant = filledPlant();
+    const int id = plant->insert(&store_);
+    const auto update = [&] {
+        {
+            PersistencyPostgres reader(database_.connection());
+            retrieve(reader, id);
+        }
+        const long before = store_.statements();
+        plant->update(&store_);
+        return store_.statements() - before;
+    };
+    const long vectorsAndNodes = update();
+    plant->T = Value(std::nan(""), "K");
+    plant->name = "first  ";
+    plant->n = 5;
+    EXPECT_EQ(update(), vectorsAndNodes + 3); // Q, S and I
+    auto back = [&] { return std::unique_ptr<Plant>(dynamic_cast<Plant*>(retrieve(store_, id).release())); };
+    EXPECT_TRUE(std::isnan(back()->T.toDouble()));
+    EXPECT_EQ(back()->name.value(), "first");
+    EXPECT_EQ(back()->n.value(), 5);
+    EXPECT_EQ(update(), vectorsAndNodes + 1) << "the trailing blanks, again";
+    plant->name = "first";
+    EXPECT_EQ(update(), vectorsAndNodes) << "NaN meets NaN";
+    plant->T = Value(310.0, "K");
+    EXPECT_EQ(update(), vectorsAndNodes + 1);
+    EXPECT_EQ(back()->T.toDouble(), 310.0);
+}
+
 // A tree is read with one query for its nodes and one per table, however many nodes it has.
 TEST_F(Store, RetrievalReadsEachTableOnce) {
     std::unique_ptr<Plant> plant = filledPlant();
