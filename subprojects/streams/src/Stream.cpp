@@ -186,15 +186,16 @@ void Stream::go(SolutionMode mode, int) {
     if (!flash().isIdeal && flash().flashMode != FlashMode::PT) precompute_isIdeal();
     const bool noFlow = std::fabs(Tphase->totalFlow().toDouble()) <= 100 * epsilon;
     int status = flash().solveFlash(mode == simultaneous, noFlow);
-    // A solved flash leaves its phases at the stream's composition; a simultaneous step does not solve it, so
-    // the phases are brought to the present composition here, or every property that a unit downstream
-    // reads in this evaluation would be that of the last one.
-    if (mode == simultaneous) prepare_residuals();
     // A simultaneous solve sets the state itself; outside the range it is no state of the models either.
     if (mode == simultaneous && status == 0) status = Flash::rangeStatus(P, T);
     // A specification without a state in the range leaves the stream's state as it was: no number of the
     // search, and no clipped one, stands for a result.
     const bool outside = status == Flash::temperatureOutside || status == Flash::pressureOutside;
+    // A solved flash leaves its phases at the stream's composition; a simultaneous step does not solve it, so
+    // the phases are brought to the present composition here, or every property that a unit downstream
+    // reads in this evaluation would be that of the last one. Inside the range their properties are worked
+    // out below, at the stream's state.
+    if (mode == simultaneous) outside ? prepare_residuals() : prepareComposition();
     if (!outside) updateFlash();
     // The flash divides the total among its phases and leaves the total's flows, balanced above, as they are.
     phasesOfTotal_();

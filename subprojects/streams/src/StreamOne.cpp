@@ -17,9 +17,18 @@ StreamOne::StreamOne(const Defaults& defaults, uint32_t id, Persistency* persist
 }
 
 void StreamOne::prepare_residuals() {
+    takeComposition_();
+    phase_->calculateProperties(FlashBase::P, FlashBase::T, true);
+}
+
+void StreamOne::prepareComposition() {
+    if (!phase_->propertiesOfStateAlone() || !hasProperties()) return prepare_residuals();
+    takeComposition_();
+}
+
+void StreamOne::takeComposition_() {
     const auto& total = static_cast<const Phase::MassMolar&>(*Tphase);
     for (int i = 0; i < NCOMPONENTS; ++i) phase_->x[i] = total.x[i];
-    phase_->calculateProperties(FlashBase::P, FlashBase::T, true);
 }
 
 int StreamOne::calculateResidualsEquilibrium(std::vector<Value>&, uint32_t) { return 0; }

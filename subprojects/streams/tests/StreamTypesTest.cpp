@@ -4,6 +4,7 @@
 #include <tarvo/value/ActiveContext.h>
 
 #include <cmath>
+#include <cstring>
 
 namespace {
 // The bubble or dew temperature of an ideal mixture at P by bisection on Raoult's law, written apart from
@@ -122,4 +123,27 @@ TEST_F(StreamTest, ZeroFlowIsAWarningNotAFailure) {
     EXPECT_TRUE(s->errorList().empty());
     EXPECT_NEAR(total(*s).x[1].toDouble(), 0.3, 1e-15);
     EXPECT_EQ(total(*s).ndot.toDouble(), 0.0);
+}
+
+// A step of a simultaneous solve leaves a one-phase stream's phase with the properties of the state that the step
+// set, bit for bit those that a sequential calculation of that state gives: none is left from the state before.
+TEST_F(StreamTest, ASimultaneousStepLeavesThePropertiesOfItsState) {
+    const std::vector<double> before{0.2, 0.5, 0.0, 0.3, 0.0}, after{0.4, 0.3, 0.0, 0.2, 0.1};
+    for (const char* type : {"StreamVapor", "StreamLiquid"}) {
+        SCOPED_TRACE(type);
+        auto stepped = make(type);
+        feed(*stepped, 10, before, 2e5, 320);
+        stepped->calculate(0);
+        feed(*stepped, 12, after, 3e5, 350);
+        stepped->go(Calculatable::simultaneous, 0);
+        auto calculated = make(type);
+        feed(*calculated, 12, after, 3e5, 350);
+        calculated->calculate(0);
+        const std::string tag = std::string(type) == "StreamVapor" ? "Vphase" : "Lphase";
+        for (const char* property : {"rho", "v", "vdot", "H", "h", "S", "s", "g", "Cp", "cp"}) {
+            const double got = phase(*stepped, tag).Q(property).toDouble();
+            const double expected = phase(*calculated, tag).Q(property).toDouble();
+            EXPECT_EQ(std::memcmp(&got, &expected, sizeof got), 0) << property << ": " << got << " for " << expected;
+        }
+    }
 }

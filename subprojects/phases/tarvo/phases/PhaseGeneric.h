@@ -26,6 +26,7 @@ public:
     const Value& calculate_H(const Value& P, const Value& T) override;
     const Value& calculate_Cp(const Value& P, const Value& T) override;
     const Value& calculate_S(const Value& P, const Value& T) override;
+    bool propertiesOfStateAlone() const override { return model_->propertiesOfStateAlone(); }
     Value mu(const Value& P, const Value& T) override;
     Value kappa(const Value& P, const Value& T) override;
     Value sigma(const Value& P, const Value& T) override;

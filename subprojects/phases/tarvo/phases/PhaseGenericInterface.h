@@ -26,6 +26,9 @@ public:
     virtual const Value& calculate_H_(const Value& P, const Value& T, const Vector& x) const = 0;
     virtual const Value& calculate_S_(const Value& P, const Value& T, const Vector& x) const = 0;
     virtual const Value& calculate_Cp_(const Value& P, const Value& T, const Vector& x) const = 0;
+    // Whether the properties above are those of (P, T, x) alone, bit for bit, whatever was computed before:
+    // no root of an equation carried from one call to the next as the start of the next search.
+    virtual bool propertiesOfStateAlone() const { return false; }
     // The stored logarithm of the fugacity coefficient of component i.
     virtual const Value& fugacity(int i) const = 0;
     // ln phi of every component at (P, T) in Pa and K for the composition x, in plain numbers, where the

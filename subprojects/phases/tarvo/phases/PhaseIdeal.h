@@ -25,6 +25,8 @@ public:
     const Value& calculate_H_(const Value& P, const Value& T, const Vector& x) const override;
     const Value& calculate_S_(const Value& P, const Value& T, const Vector& x) const override;
     const Value& calculate_Cp_(const Value& P, const Value& T, const Vector& x) const override;
+    // Its cache of pure components' points gives what their routes give at the same state.
+    bool propertiesOfStateAlone() const override { return true; }
     const Value& fugacity(int i) const override { return lnphi_[i]; }
     Value mu_(const Value& T, const Value& P, const Vector& x) const override;
     Value kappa_(const Value& T, const Value& P, const Vector& x) const override;

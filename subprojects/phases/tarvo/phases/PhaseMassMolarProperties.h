@@ -35,6 +35,8 @@ public:
     virtual const Value& calculate_H(const Value& P, const Value& T) = 0;
     virtual const Value& calculate_Cp(const Value& P, const Value& T) = 0;
     virtual const Value& calculate_S(const Value& P, const Value& T) = 0;
+    // Whether those are the properties of the state alone, whatever was computed before (see GenericInterface).
+    virtual bool propertiesOfStateAlone() const { return false; }
     virtual Value mu(const Value& P, const Value& T) = 0;
     virtual Value kappa(const Value& P, const Value& T) = 0;
     virtual Value sigma(const Value& P, const Value& T) = 0;

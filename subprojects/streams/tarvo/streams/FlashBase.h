@@ -18,6 +18,9 @@ public:
 
     // The stream pushes the unknowns into its phases and computes what the residuals need.
     virtual void prepare_residuals() {}
+    // The same for a step that works out the phases' properties at the stream's state right after: a phase
+    // whose properties are those of the state alone need not have them worked out here too.
+    virtual void prepareComposition() { prepare_residuals(); }
     // Residuals of phase equilibrium from y[offset] on; returns how many it wrote.
     virtual int calculateResidualsEquilibrium(std::vector<Value>& y, uint32_t offset) = 0;
     // A start of the equilibrium from the state that the stream's phases hold.

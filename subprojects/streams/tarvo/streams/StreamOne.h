@@ -11,6 +11,7 @@ public:
 
     // The phase takes the total's composition and its properties at the flash's state.
     void prepare_residuals() override;
+    void prepareComposition() override;
     int calculateResidualsEquilibrium(std::vector<Value>& y, uint32_t offset) override;
     void updateFlash() override;
 
@@ -20,6 +21,9 @@ protected:
     Flash& flash() override { return *this; }
 
     Phase::MassMolarProperties* phase_;
+
+private:
+    void takeComposition_();
 };
 
 #endif
