@@ -321,32 +321,56 @@ void PersistencyPostgres::execute(const std::string& sql, const std::string& con
            {context, sql, {}});
 }
 
+namespace {
+// The rows of a reply as text, without the blanks that pad fixed-width columns.
+SqlRows rowsOf(pg_result* result) {
+    SqlRows rows(pq().ntuples(result));
+    const int columns = pq().nfields(result);
+    std::vector<bool> padded(columns);
+    for (int c = 0; c < columns; ++c) padded[c] = pq().ftype(result, c) == fixedWidthText;
+    for (int r = 0; r < static_cast<int>(rows.size()); ++r) {
+        rows[r].reserve(columns); // a read of a large plant fills some ten thousand rows
+        for (int c = 0; c < columns; ++c) {
+            if (pq().getisnull(result, r, c)) {
+                rows[r].emplace_back();
+                continue;
+            }
+            const char* text = pq().getvalue(result, r, c);
+            const char* end = text + pq().getlength(result, r, c);
+            if (padded[c])
+                while (end > text && end[-1] == ' ') --end;
+            rows[r].emplace_back(std::in_place, text, end);
+        }
+    }
+    return rows;
+}
+} // namespace
+
 SqlRows PersistencyPostgres::query(const std::string& sql, const std::string& context) {
+    return std::move(queries({sql}, context).front());
+}
+
+// All statements go out before the first reply is read: the server runs each while the rows of the one before
+// are taken apart here.
+std::vector<SqlRows> PersistencyPostgres::queries(const std::vector<std::string>& sql, const std::string& context) {
     sendBatches();
-    SqlRows rows;
-    submit([&] { return pq().sendQueryParams(connection_, sql.c_str(), 0, nullptr, nullptr, nullptr, nullptr, 0); },
-           {context, sql, [&rows](pg_result* result) {
-                rows.resize(pq().ntuples(result));
-                const int columns = pq().nfields(result);
-                std::vector<bool> padded(columns);
-                for (int c = 0; c < columns; ++c) padded[c] = pq().ftype(result, c) == fixedWidthText;
-                for (int r = 0; r < static_cast<int>(rows.size()); ++r) {
-                    rows[r].reserve(columns); // a read of a large plant fills some ten thousand rows
-                    for (int c = 0; c < columns; ++c) {
-                        if (pq().getisnull(result, r, c)) {
-                            rows[r].emplace_back();
-                            continue;
-                        }
-                        const char* text = pq().getvalue(result, r, c);
-                        const char* end = text + pq().getlength(result, r, c);
-                        if (padded[c])
-                            while (end > text && end[-1] == ' ') --end;
-                        rows[r].emplace_back(std::in_place, text, end);
-                    }
-                }
-                return std::string();
-            }});
+    const bool enter = !pipeline_ && sql.size() > 1;
+    if (enter) {
+        if (!pq().enterPipelineMode(connection_)) fail(__PRETTY_FUNCTION__, pq().errorMessage(connection_));
+        pipeline_ = true;
+    }
+    std::vector<SqlRows> rows(sql.size());
+    for (std::size_t i = 0; i < sql.size(); ++i) {
+        const auto send = [&] {
+            return pq().sendQueryParams(connection_, sql[i].c_str(), 0, nullptr, nullptr, nullptr, nullptr, 0);
+        };
+        submit(send, {context, sql[i], [&rows, i](pg_result* result) {
+                          rows[i] = rowsOf(result);
+                          return std::string();
+                      }});
+    }
     if (pipeline_) synchronize(); // the rows are wanted now
+    if (enter) leavePipeline();
     return rows;
 }
 

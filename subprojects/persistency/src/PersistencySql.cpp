@@ -62,6 +62,15 @@ std::string unitOfFirst(const std::vector<Value>& values) {
     return values.empty() ? std::string() : values.front().unitText();
 }
 
+// The tables of vectors: each with the column that links its values to it, and whether it carries the flags.
+struct VectorTable {
+    const char* table;
+    const char* link;
+    bool flags;
+};
+constexpr VectorTable vectorTables[] = {
+    {"IV", "VID", false}, {"QV", "VID", true}, {"QM", "MID", true}, {"SV", "VID", false}};
+
 } // namespace
 
 std::string sqlFormat(const char* format, ...) {
@@ -182,12 +191,38 @@ std::unique_ptr<StoreBlock> PersistencySql::loadBlock(int id, bool lock) {
     return block;
 }
 
+std::vector<SqlRows> PersistencySql::queries(const std::vector<std::string>& sql, const std::string& context) {
+    std::vector<SqlRows> rows;
+    for (const std::string& statement : sql) rows.push_back(query(statement, context));
+    return rows;
+}
+
 StoreBlock& PersistencySql::readBlock(int id) {
     if (!readBlock_ || !readBlock_->covers(id)) {
         readBlock_ = loadBlock(id);
         readBlockCommitted_ = depth_ == 0;
     }
     return *readBlock_;
+}
+
+// A tree is read whole: at the first request for items, the rows of every table of the block are asked for at
+// once.
+StoreBlock& PersistencySql::readTables(int id) {
+    StoreBlock& block = readBlock(id);
+    if (!block.loaded("I")) {
+        const int first = block.first(), last = block.last();
+        std::vector<std::pair<const char*, std::string>> tables{
+            {"I", sqlFormat(dialect_.readI.c_str(), first, last)},
+            {"Q", sqlFormat(dialect_.readQ.c_str(), first, last)},
+            {"S", sqlFormat(dialect_.readS.c_str(), first, last)}};
+        for (const auto& [table, link, flags] : vectorTables)
+            tables.emplace_back(table, vectorsSql(table, link, flags, first, last));
+        std::vector<std::string> sql;
+        for (const auto& table : tables) sql.push_back(table.second);
+        std::vector<SqlRows> rows = queries(sql, "read the block of " + std::to_string(id));
+        for (std::size_t t = 0; t < tables.size(); ++t) block.put(tables[t].first, std::move(rows[t]));
+    }
+    return block;
 }
 
 StoreBlock& PersistencySql::updateBlock(int id) {
@@ -198,13 +233,8 @@ StoreBlock& PersistencySql::updateBlock(int id) {
     const bool current = earlier && unchangedSince(*earlier, *updateBlock_);
     // All tables of vectors at once, before the updates of the nodes after this one have gathered rows that a
     // read would send first.
-    const auto rows = [&](const char* table, const char* link, bool flags) {
+    for (const auto& [table, link, flags] : vectorTables)
         if (!current || !updateBlock_->take(*earlier, table)) vectorRows(*updateBlock_, id, table, link, flags);
-    };
-    rows("IV", "VID", false);
-    rows("QV", "VID", true);
-    rows("QM", "MID", true);
-    rows("SV", "VID", false);
     if (current)
         for (const char* table : {"I", "Q", "S"})
             if (std::optional<std::map<int, SqlRows>> taken = earlier->release(table))
@@ -213,7 +243,7 @@ StoreBlock& PersistencySql::updateBlock(int id) {
 }
 
 const SqlRows& PersistencySql::scalarRows(int id, const char* table, const std::string& sql) {
-    StoreBlock& block = readBlock(id);
+    StoreBlock& block = readTables(id);
     return block.rows(table, id, [&](int first, int last) {
         return query(sqlFormat(sql.c_str(), first, last), std::string("read ") + table);
     });
@@ -222,10 +252,13 @@ const SqlRows& PersistencySql::scalarRows(int id, const char* table, const std::
 const SqlRows& PersistencySql::vectorRows(StoreBlock& block, int id, const char* table, const char* link,
                                           bool flags) {
     return block.rows(table, id, [&](int first, int last) {
-        return query(sqlFormat(dialect_.selectVectors.c_str(), flags ? ", V.INPUT, V.OUTPUT" : "", table, table, link,
-                               first, last),
-                     std::string("read ") + table);
+        return query(vectorsSql(table, link, flags, first, last), std::string("read ") + table);
     });
+}
+
+std::string PersistencySql::vectorsSql(const char* table, const char* link, bool flags, int first, int last) const {
+    return sqlFormat(dialect_.selectVectors.c_str(), flags ? ", V.INPUT, V.OUTPUT" : "", table, table, link, first,
+                     last);
 }
 
 void PersistencySql::retrieveObject(int id, std::string& uuid, std::string& tag, std::string& description,
@@ -437,7 +470,7 @@ std::size_t valueCount(SqlRows::const_iterator first, SqlRows::const_iterator la
 template <typename Map, typename Assign>
 void PersistencySql::readVectors(int id, const Map& items, const char* table, const char* link, Assign assign) {
     if (items.empty()) return;
-    forEachVector(vectorRows(readBlock(id), id, table, link, holdsQuantities<Map>), [&](const std::string& tag, auto first, auto last) {
+    forEachVector(vectorRows(readTables(id), id, table, link, holdsQuantities<Map>), [&](const std::string& tag, auto first, auto last) {
         const auto it = items.find(tag);
         if (it == items.end()) {
             TARVO_LOG(5) << "skipping " << tag;

@@ -59,6 +59,7 @@ public:
 protected:
     void execute(const std::string& sql, const std::string& context) override;
     SqlRows query(const std::string& sql, const std::string& context) override;
+    std::vector<SqlRows> queries(const std::vector<std::string>& sql, const std::string& context) override;
     std::unique_ptr<SqlStatement> prepare(const std::string& sql, const std::string& context) override;
     void begin() override;
     void commit() override;

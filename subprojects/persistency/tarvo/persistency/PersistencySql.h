@@ -128,6 +128,8 @@ protected:
     // Primitives of a driver. `context` names the operation for error messages.
     virtual void execute(const std::string& sql, const std::string& context) = 0;
     virtual SqlRows query(const std::string& sql, const std::string& context) = 0;
+    // The rows of each statement, in their order. A driver may send them all before it reads the first reply.
+    virtual std::vector<SqlRows> queries(const std::vector<std::string>& sql, const std::string& context);
     virtual std::unique_ptr<SqlStatement> prepare(const std::string& sql, const std::string& context) = 0;
     virtual void begin() = 0;
     virtual void commit() = 0;
@@ -150,6 +152,8 @@ protected:
 private:
     // The block of node id read for retrieval, loaded when no block holds id; dropped by every write.
     StoreBlock& readBlock(int id);
+    // The same block with the rows of all its tables.
+    StoreBlock& readTables(int id);
     // The block of node id whose vectors the current transaction updates. It outlives the updates, which
     // leave the rows it lists in place, and is dropped when vectors are written anew or inserted. Its rows of
     // vectors are those that the last driver read, where it read this block and the versions of its rows of N
@@ -161,6 +165,7 @@ private:
     const SqlRows& scalarRows(int id, const char* table, const std::string& sql);
     // With `flags`, the vector's INPUT and OUTPUT follow in every row.
     const SqlRows& vectorRows(StoreBlock& block, int id, const char* table, const char* link, bool flags);
+    std::string vectorsSql(const char* table, const char* link, bool flags, int first, int last) const;
     template <typename Map, typename Parameter>
     void insertVectors(const Map& items, int offset, const char* table, const char* link, Parameter parameter);
     template <typename Map, typename Assign>

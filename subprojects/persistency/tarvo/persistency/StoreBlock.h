@@ -37,6 +37,8 @@ public:
         const auto node = nodes.find(id);
         return node == nodes.end() ? none() : node->second;
     }
+    // The rows of `table` for the whole block, loaded by the caller.
+    void put(const std::string& table, SqlRows rows) { tables_[table] = group(std::move(rows)); }
     // Makes the next request for the rows of node id in `table` load them again: those of a vector written
     // anew, whose value rows have new IDs. The other nodes' rows stay.
     void forget(const std::string& table, int id) { stale_.emplace(table, id); }
