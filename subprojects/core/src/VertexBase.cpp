@@ -68,12 +68,21 @@ VertexBase::PortLocation VertexBase::portLocation(const std::string& port) const
     return port.compare(0, 3, "out") == 0 ? east : west;
 }
 
-Value VertexBase::massBalance() const { return Value(0.0, "kg/s"); }
+namespace {
+// Made once: a unit's text is parsed where a Value is made from it, and every unit checks its balances.
+const Value noMassFlow(0.0, "kg/s");
+const Value noPower(0.0, "W");
+const Value leastMassFlow(0.1, "kg/h");
+const Value largeUnbalance(1.0, "kW");
+const Value smallUnbalance(10.0, "W");
+} // namespace
 
-Value VertexBase::energyBalance() const { return Value(0.0, "W"); }
+Value VertexBase::massBalance() const { return noMassFlow; }
+
+Value VertexBase::energyBalance() const { return noPower; }
 
 void VertexBase::checkBalance() {
-    const Value A = fabs(mdotin + mdotout) + Value(0.1, "kg/h");
+    const Value A = fabs(mdotin + mdotout) + leastMassFlow;
     const Value d = fabs(cmdot - massBalance());
     TARVO_LOG(5) << "cmdot = " << cmdot << " mdotin = " << mdotin << " mdotout = " << mdotout
                  << " massBalance = " << massBalance();
@@ -83,8 +92,8 @@ void VertexBase::checkBalance() {
         reportWarning("mass flow unbalance");
     const Value e = fabs(cduty - energyBalance());
     TARVO_LOG(5) << "cduty = " << cduty << " energyBalance = " << energyBalance();
-    if (e > Value(1.0, "kW"))
+    if (e > largeUnbalance)
         reportError("energy flow unbalance");
-    else if (e > Value(10.0, "W"))
+    else if (e > smallUnbalance)
         reportWarning("energy flow unbalance");
 }

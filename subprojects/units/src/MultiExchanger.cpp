@@ -26,7 +26,11 @@ constexpr int verbosityFile = -1;
 // The solver's tolerances on the step and on the residuals, the relaxation of its step and its iterations.
 constexpr double tolx = 1e-10, tolf = 1e-11, relaxation = 0.5;
 constexpr int maxIterations = 100;
+// Units made once: a unit's text is parsed where a Value is made from it, and these are made at every evaluation.
 const Value kelvin(1.0, "K");
+const Value noWatts(0.0, "W");
+const Value noConductance(0.0, "W/K");
+const Value wattPerKelvin(1.0, "W/K");
 
 // The scaling of Ts where it is not bounded by the inlets.
 Scaler anyTemperature() {
@@ -46,7 +50,7 @@ const Phase::MassMolar& molar(const Stream& s) {
 // temperature: the sum of the changes of the component flows times their enthalpies at (Ts, P), the
 // solid's for a solid and the gas's otherwise.
 Value materialEnthalpy(const Stream& in, const Stream& out, const Value& Ts, const Value& P) {
-    Value sum(0.0, "W");
+    Value sum = noWatts;
     const auto& before = molar(in).ndotcomps;
     const auto& after = molar(out).ndotcomps;
     for (int c = 0; c < NCOMPONENTS; ++c) {
@@ -174,7 +178,7 @@ bool MultiExchanger::reactingInside_() const {
 }
 
 Value MultiExchanger::electricalPower_() const {
-    Value power(0.0, "W");
+    Value power = noWatts;
     for (const MultiReactionElectrochemical* cell : cells_)
         if (cell->active()) power += cell->electricalPower();
     return power;
@@ -289,8 +293,8 @@ int MultiExchanger::residuals_() {
     if (!ua && mode != "Ts")
         throw ErrorBrowsing::unsupportedOption(TARVO_FUNCTION, mode, "Calculation mode", fullTag(), type());
     const bool reacting = !reactions.empty() || !multiReactions.empty();
-    Value balance(0.0, "W");
-    Value conductance(0.0, "W/K");
+    Value balance = noWatts;
+    Value conductance = noConductance;
     // netDuty is cleared in both options: in "Ts" it is the sum of this evaluation, not of all of them.
     netDuty.clear();
     totDuty.clear();
@@ -306,7 +310,7 @@ int MultiExchanger::residuals_() {
         totDuty += duty[i];
         conductance += U[i] * A;
         // The material that the reactions took from the couple carries its enthalpy at Ts into the solid.
-        const Value q = reacting ? -materialEnthalpy(in, out, Ts, P[i]) : Value(0.0, "W");
+        const Value q = reacting ? -materialEnthalpy(in, out, Ts, P[i]) : noWatts;
         if (ua)
             balance += duty[i] + q;
         else
@@ -326,7 +330,7 @@ int MultiExchanger::residuals_() {
     // The solid's balance measured in the temperature that would carry it through the whole conductance and
     // into the inlets' heat capacity flows. A solid that barely conducts, as a membrane's, would otherwise
     // magnify the rounding of the enthalpy flows beyond any tolerance.
-    const Value capacity(heatCapacityFlow_, "W/K");
+    const Value capacity = heatCapacityFlow_ * wattPerKelvin;
     residuals[0] = ua ? (balance - netDuty - power) / (conductance + capacity) / kelvin : (TsSet - Ts) / kelvin;
     k += static_cast<unsigned>(coupleReactions_.equilibriumResiduals(residuals, k));
     for (const MultiReactionElectrochemical* cell : cells_)
