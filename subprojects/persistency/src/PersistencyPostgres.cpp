@@ -74,7 +74,8 @@ const SqlDialect postgres{
      "delete from qm where nid >= %d and nid < %d + (select range from n where id = %d)",
      "delete from n where id >= %d and id < %d + (select range from n where id = %d)"},
     "SELECT COALESCE(MAX(id+range),0) from N",
-    " FOR UPDATE",
+    "SELECT ID, RANGE, xmin FROM N WHERE ID >= %d AND ID < %d + (SELECT RANGE FROM N WHERE ID = %d) ORDER BY ID "
+    "FOR UPDATE",
 };
 
 // Any number identifies the lock that serialises block allocation between kernels; this one spells "tarv".

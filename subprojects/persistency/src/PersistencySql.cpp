@@ -118,17 +118,23 @@ struct HandedBlock {
 };
 HandedBlock handed;
 
-// The column of a row of N that holds the row's version, where the store keeps one.
-constexpr std::size_t versionColumn = 10;
+// The column of a row of N that holds the row's version, where the store keeps one; in the rows that lock a block,
+// the third.
+constexpr std::size_t versionColumn = 10, lockedVersionColumn = 2;
 
-// Whether the rows of N read now vouch for those of `earlier`: the same nodes, each row of the same version.
+// Whether the versions of the rows of N locked now vouch for the rows of `earlier`: the same nodes, each row of
+// the same version, which every write of a row changes.
 bool unchangedSince(const StoreBlock& earlier, const StoreBlock& now) {
-    const std::map<int, SqlRows>*then = earlier.loaded("N"), *rows = now.loaded("N");
-    if (!then || !rows || earlier.first() != now.first() || earlier.last() != now.last() || *then != *rows)
+    const std::map<int, SqlRows>*then = earlier.loaded("N"), *locked = now.loaded("versions");
+    if (!then || !locked || earlier.first() != now.first() || earlier.last() != now.last() ||
+        then->size() != locked->size())
         return false;
-    for (const auto& [node, nodeRows] : *rows)
-        for (const SqlRow& row : nodeRows)
-            if (row.size() <= versionColumn || !row[versionColumn]) return false;
+    for (auto a = then->begin(), b = locked->begin(); a != then->end(); ++a, ++b) {
+        if (a->first != b->first || a->second.size() != 1 || b->second.size() != 1) return false;
+        const SqlRow &read = a->second.front(), &now = b->second.front();
+        if (read.size() <= versionColumn || !read[versionColumn] || read[versionColumn] != now[lockedVersionColumn])
+            return false;
+    }
     return true;
 }
 } // namespace
@@ -177,8 +183,8 @@ void PersistencySql::removeObject(int id) {
 
 // ---- blocks -----------------------------------------------------------------------------------------
 
-std::unique_ptr<StoreBlock> PersistencySql::loadBlock(int id, bool lock) {
-    SqlRows nodes = query(sqlFormat(dialect_.selectBlock.c_str(), id, id, id) + (lock ? dialect_.lockBlock : ""), "read N");
+std::unique_ptr<StoreBlock> PersistencySql::loadBlock(int id) {
+    SqlRows nodes = query(sqlFormat(dialect_.selectBlock.c_str(), id, id, id), "read N");
     int range = 1; // an id not in the store makes a block of itself, with no rows
     SqlRows children;
     for (const SqlRow& row : nodes) {
@@ -227,7 +233,16 @@ StoreBlock& PersistencySql::readTables(int id) {
 
 StoreBlock& PersistencySql::updateBlock(int id) {
     if (updateBlock_ && updateBlock_->covers(id)) return *updateBlock_;
-    updateBlock_ = loadBlock(id, true);
+    if (dialect_.lockBlock.empty()) {
+        updateBlock_ = loadBlock(id);
+    } else {
+        SqlRows versions = query(sqlFormat(dialect_.lockBlock.c_str(), id, id, id), "lock N");
+        int range = 1;
+        for (const SqlRow& row : versions)
+            if (integerOf(row[0]) == id) range = std::max(1, integerOf(row[1]));
+        updateBlock_ = std::make_unique<StoreBlock>(id, id + range);
+        updateBlock_->put("versions", std::move(versions));
+    }
     std::unique_ptr<StoreBlock> earlier;
     if (handed.block && handed.store == store_) earlier = std::move(handed.block);
     const bool current = earlier && unchangedSince(*earlier, *updateBlock_);

@@ -65,8 +65,8 @@ struct SqlDialect {
     std::string lockVector;                // "%s": table; parameter ID; empty where a writer holds the whole store
     std::vector<std::string> removeBlock;  // each with "%d" three times
     std::string getId;
-    // After selectBlock, in a transaction that writes the block: locks its rows of N to the end of the
-    // transaction. Empty where a writer holds the whole store.
+    // "%d" thrice, as selectBlock, in a transaction that writes the block: ID, RANGE and the version of its rows
+    // of N, which stay locked to the end of the transaction. Empty where a writer holds the whole store.
     std::string lockBlock;
 };
 
@@ -160,8 +160,7 @@ private:
     // are the same now, in this transaction: every write of a node's items writes its row of N too. The
     // transaction holds those rows of N locked, so that no other writer changes the block before it commits.
     StoreBlock& updateBlock(int id);
-    // With `lock`, the block's rows of N stay locked to the end of the transaction.
-    std::unique_ptr<StoreBlock> loadBlock(int id, bool lock = false);
+    std::unique_ptr<StoreBlock> loadBlock(int id);
     const SqlRows& scalarRows(int id, const char* table, const std::string& sql);
     // With `flags`, the vector's INPUT and OUTPUT follow in every row.
     const SqlRows& vectorRows(StoreBlock& block, int id, const char* table, const char* link, bool flags);
