@@ -129,11 +129,16 @@ void MembraneMulti22::makeUserEquations(std::list<Assignment*>::iterator& it) {
     }
 }
 
+const Phase::MassMolar& MembraneMulti22::total_(const std::string& tag) {
+    return *my_cast<const Phase::MassMolar*>(my_cast<Stream*>(&child(tag), "MembraneMulti22")->Tphase, "MembraneMulti22");
+}
+
+// Every pass ends here: the streams are taken once each rather than item by item through their tag paths.
 void MembraneMulti22::post(SolutionMode, int) {
-    const std::string product = permeateProduct_() + ":Tphase.";
-    stageCut = Q(product + "ndot") / (Q("FEED:Tphase.ndot") + Q("PERMEATESWEEP:Tphase.ndot"));
+    const Phase::MassMolar &product = total_(permeateProduct_()), &feed = total_("FEED"),
+                           &sweep = total_("PERMEATESWEEP");
+    stageCut = product.ndot / (feed.ndot + sweep.ndot);
     for (int c = 0; c < NCOMPONENTS; ++c)
-        outSplit[c] = Q(product + "ndotcomps", c) /
-                      (Q("FEED:Tphase.ndotcomps", c) + Q("PERMEATESWEEP:Tphase.ndotcomps", c));
+        outSplit[c] = product.ndotcomps[c] / (feed.ndotcomps[c] + sweep.ndotcomps[c]);
     countCalculation();
 }

@@ -42,6 +42,8 @@ private:
     void build_(const std::string& stageType);
     // The stream that leaves with the permeate of the whole chain.
     std::string permeateProduct_() const;
+    // The total phase of the stream `tag` of this flowsheet.
+    const Phase::MassMolar& total_(const std::string& tag);
     bool estimated_();
 
     const bool counterflow_;
