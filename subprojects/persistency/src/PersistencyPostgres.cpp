@@ -44,6 +44,9 @@ const SqlDialect postgres{
     "WHERE T.ID=l.id AND T.VALUE IS DISTINCT FROM l.value RETURNING l.id), "
     "unwritten AS MATERIALIZED (SELECT r.* FROM r LEFT JOIN changed USING (id) WHERE changed.id IS NULL) "
     "SELECT n FROM unwritten u WHERE (SELECT 1 FROM %1$s T WHERE T.ID=u.id LIMIT 1) IS NULL ORDER BY n",
+    // Rows that the transaction holds under the lock of their nodes' rows of N are there: nothing to look for.
+    "UPDATE %1$s T SET VALUE=l.value FROM (SELECT DISTINCT ON (id) * FROM unnest($1,$2) WITH ORDINALITY AS "
+    "r(value,id,n) ORDER BY id,n DESC) l WHERE T.ID=l.id AND T.VALUE IS DISTINCT FROM l.value",
     // Text is read as stored: `query` strips the blanks that pad a fixed-width column, which costs the server a
     // conversion of every value when done in the statement. A string value also loses its leading blanks, as
     // it always has; no tag, unit or description can begin with one.

@@ -246,6 +246,7 @@ StoreBlock& PersistencySql::updateBlock(int id) {
     std::unique_ptr<StoreBlock> earlier;
     if (handed.block && handed.store == store_) earlier = std::move(handed.block);
     const bool current = earlier && unchangedSince(*earlier, *updateBlock_);
+    vouched_ = current;
     // All tables of vectors at once, before the updates of the nodes after this one have gathered rows that a
     // read would send first.
     for (const auto& [table, link, flags] : vectorTables)
@@ -408,8 +409,8 @@ void PersistencySql::updateScalars(int id, const Map& items, const char* table, 
             if (!byTag) byTag = prepare(sqlFormat(dialect_.updateScalar.c_str(), table), context);
             byTag->run({value, SqlParameter::of(item->tag()), SqlParameter::of(id)}, item->tag());
         } else if (!holds((*row)[stored], value)) {
-            if (!byId) byId = prepare(sqlFormat(dialect_.updateById.c_str(), table), context);
-            byId->run({value, SqlParameter::of(integerOf(row->back()))}, tag);
+            if (!byId) byId = prepare(sqlFormat(dialect_.updateLockedById.c_str(), table), context);
+            byId->run({value, SqlParameter::of(integerOf(row->back()))});
             (*row)[stored] = heldText(value);
         }
     }
@@ -521,12 +522,16 @@ void PersistencySql::updateVectors(int id, const Map& items, const char* table, 
         const std::size_t n = valueCount(first, last);
         TARVO_LOG(4) << "updating " << it->first;
         TARVO_LOG(4) << "count_id = " << n << " vector size = " << item.size();
-        if (!inPlace)
-            inPlace = prepare(sqlFormat(dialect_.updateById.c_str(), (std::string(table) + "V").c_str()), context + "V");
+        if (!inPlace) {
+            const std::string& statement = vouched_ ? dialect_.updateLockedById : dialect_.updateById;
+            inPlace = prepare(sqlFormat(statement.c_str(), (std::string(table) + "V").c_str()), context + "V");
+        }
         if (n == item.size()) {
-            // A row gone since the block was read (another kernel rewrote the vector) fails the transaction.
+            // A row gone since the block was read (another kernel rewrote the vector) fails the transaction; in a
+            // vouched block, whose nodes the transaction holds locked, none can have gone.
             for (std::size_t i = 0; i < n; ++i)
-                inPlace->run({parameter(item.value()[i]), SqlParameter::of(integerOf(first[i][3]))}, tag);
+                inPlace->run({parameter(item.value()[i]), SqlParameter::of(integerOf(first[i][3]))},
+                             vouched_ ? std::string() : tag);
         } else {
             // Its values come from a sequence, so only another writer of this vector must wait: one that
             // deleted the old values before this one inserts would otherwise leave both sets behind.

@@ -18,6 +18,7 @@ const SqlDialect sqlite{
     "INSERT INTO %sV (%s,VALUE) values(?, ?)",
     "UPDATE %s SET VALUE=? WHERE TAG=? AND NID=?",
     "UPDATE %s SET VALUE=? WHERE ID=?",
+    "UPDATE %s SET VALUE=? WHERE ID=?",
     "select ID, UUID, TAG, DESCRIPTION, TYPE, PARENT, ROOT, strftime('%%s', CREATED_AT), strftime('%%s', UPDATED_AT), "
     "RANGE from N where ID >= %d and ID < %d + (select RANGE from N where ID = %d) order by ID",
     "select NID, trim(TAG), VALUE, ID from I where NID >= %d and NID < %d",

@@ -49,6 +49,9 @@ struct SqlDialect {
     std::string insertVectorValue;         // "%s" "%s": table, link column; parameters link, VALUE
     std::string updateScalar;              // the table as "%s" or, named twice, "%1$s"; parameters VALUE, TAG, NID
     std::string updateById;                // the table as "%s" or, named twice, "%1$s"; parameters VALUE, ID
+    // The same for rows that the transaction holds locked, which cannot have gone: without the search for rows
+    // that changed nothing.
+    std::string updateLockedById;
     std::string selectBlock; // "%d" thrice: the block's rows of N; ID, UUID, TAG, DESCRIPTION, TYPE, PARENT, ROOT,
                              // CREATED_AT and UPDATED_AT in seconds, RANGE, and where the store keeps one, the
                              // version of the row, which every write of it changes
@@ -182,6 +185,8 @@ private:
     // (see updateBlock): their items are updated by row ID, and only where their values differ from the rows',
     // which hold each value that the transaction has written since.
     std::map<std::string, std::map<int, SqlRows>> storedScalars_;
+    // Whether the update block's rows are those that the last driver read, under the lock of its rows of N.
+    bool vouched_ = false;
     bool readBlockCommitted_ = false; // the read block was read outside any transaction
 };
 
