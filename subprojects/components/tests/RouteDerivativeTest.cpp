@@ -2,12 +2,16 @@
 // simultaneous solves take their Jacobians from these, and a slope that does not match the value makes
 // Newton's method crawl.
 #include <tarvo/components/ComponentCatalogue.h>
+#include <tarvo/components/ListComponents.h>
 
 #include "ComponentTestSupport.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstring>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -57,4 +61,41 @@ TEST(RouteDerivatives, CatalogueEntriesAreFoundByTheirNames) {
     EXPECT_NEAR(water->mw().toDouble(), 18.015324, 1e-6);
     EXPECT_EQ(newCatalogueComponent("Water", "H2O"), nullptr);
     EXPECT_EQ(catalogueEntries().size(), 86u);
+}
+
+// The ideal phase shares a vapor's enthalpy and heat capacity between pressures at one temperature: every route of
+// the kernel's species and of the catalogue gives the ideal gas's, the same number and slope at any pressure.
+TEST(RouteDerivatives, VaporEnthalpyAndHeatCapacityAreTheSameAtEveryPressure) {
+    loadComponents();
+    std::vector<const ComponentGeneric*> species;
+    for (int i = 0; i < NCOMPONENTS; ++i) species.push_back(components[i]);
+    std::vector<std::unique_ptr<ComponentGeneric>> catalogue;
+    for (const std::string& entry : catalogueEntries()) {
+        catalogue.emplace_back(newCatalogueComponent(entry, entry));
+        species.push_back(catalogue.back().get());
+    }
+    // The value and its slopes by T and by P, bit for bit.
+    const auto bits = [](const Value& v) {
+        const double numbers[3] = {v.toDouble(), v.active().derivative(0), v.active().derivative(1)};
+        std::array<std::uint64_t, 3> raw;
+        std::memcpy(raw.data(), numbers, sizeof numbers);
+        return raw;
+    };
+    ActiveContext::push(2);
+    for (const ComponentGeneric* c : species) {
+        for (double t : {250.0, 400.0, 900.0}) {
+            Value T(t, "K"), low(1e3, "Pa"), high(1e7, "Pa");
+            T.active().setActive(0);
+            low.active().setActive(1);
+            const auto hLow = bits(c->hv(T, low)), cpLow = bits(c->cpv(T, low));
+            low.active().inactivate(1);
+            high.active().setActive(1);
+            EXPECT_EQ(bits(c->hv(T, high)), hLow) << c->name << " at " << t << " K";
+            EXPECT_EQ(bits(c->cpv(T, high)), cpLow) << c->name << " at " << t << " K";
+            high.active().inactivate(1);
+            T.active().inactivate(0);
+        }
+    }
+    ActiveContext::pop();
+    EXPECT_EQ(species.size(), 5u + 86u);
 }

@@ -118,8 +118,12 @@ const Value& Ideal::calculate_Cp_(const Value& P, const Value& T, const Vector& 
 auto Ideal::purePoints_(const Value& P, const Value& T, const Vector& x, PhaseType state,
                         PureProperty kind) const -> std::vector<PurePoint>& {
     const bool derivatives = Active::numdir() > 0;
+    // A vapor's enthalpy and heat capacity are the ideal gas's, of T alone: a flash whose pressure is an unknown
+    // of a solve and its stream, at one temperature, share their points.
+    const bool anyPressure = state == PhaseType::vapor && kind != PureProperty::entropy;
     const auto holds = [&](const PurePoints& c) {
-        return T.toDouble() == c.T && P.toDouble() == c.P && state == c.state && (c.partials || !derivatives);
+        return T.toDouble() == c.T && (anyPressure || P.toDouble() == c.P) && state == c.state &&
+               (c.partials || !derivatives);
     };
     // The last state used comes first: a flash's own state and its stream's, which differ while the flash's
     // pressure is an unknown of a solve, take turns.

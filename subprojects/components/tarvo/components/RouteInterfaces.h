@@ -21,6 +21,7 @@ public:
     virtual Value dhvl(const Value& T, double* derT = nullptr) const = 0;
 };
 
+// hv and cpv are the ideal gas's, independent of P: the ideal phase shares their values between pressures.
 class RouteHeatVapor : public virtual Diagnostic {
 public:
     virtual Value hv(const Value& T, const Value& P) const = 0;  // J/kmol
