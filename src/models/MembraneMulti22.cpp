@@ -130,7 +130,8 @@ void MembraneMulti22::makeUserEquations(std::list<Assignment*>::iterator& it) {
 }
 
 const Phase::MassMolar& MembraneMulti22::total_(const std::string& tag) {
-    return *my_cast<const Phase::MassMolar*>(my_cast<Stream*>(&child(tag), "MembraneMulti22")->Tphase, "MembraneMulti22");
+    const Stream* stream = my_cast<Stream*>(&child(tag), "MembraneMulti22");
+    return *my_cast<const Phase::MassMolar*>(stream->Tphase, "MembraneMulti22");
 }
 
 // Every pass ends here: the streams are taken once each rather than item by item through their tag paths.

@@ -486,7 +486,8 @@ std::size_t valueCount(SqlRows::const_iterator first, SqlRows::const_iterator la
 template <typename Map, typename Assign>
 void PersistencySql::readVectors(int id, const Map& items, const char* table, const char* link, Assign assign) {
     if (items.empty()) return;
-    forEachVector(vectorRows(readTables(id), id, table, link, holdsQuantities<Map>), [&](const std::string& tag, auto first, auto last) {
+    const SqlRows& rows = vectorRows(readTables(id), id, table, link, holdsQuantities<Map>);
+    forEachVector(rows, [&](const std::string& tag, auto first, auto last) {
         const auto it = items.find(tag);
         if (it == items.end()) {
             TARVO_LOG(5) << "skipping " << tag;
