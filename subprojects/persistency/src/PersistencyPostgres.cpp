@@ -84,25 +84,11 @@ const SqlDialect postgres{
 // Any number identifies the lock that serialises block allocation between kernels; this one spells "tarv".
 constexpr long long allocationLock = 0x74617276;
 
-std::string parameterText(const SqlParameter& p) {
-    switch (p.kind) {
-    case SqlParameter::integer:
-        return std::to_string(p.i);
-    case SqlParameter::real:
-        return PersistencySql::numberText(p.d);
-    case SqlParameter::boolean:
-        return p.i ? "t" : "f";
-    case SqlParameter::text:
-        break;
-    }
-    return p.s;
-}
-
 // Appends an element to an array literal; text in quotes, so that blanks, commas and braces stay in it. Written
 // into the literal in runs between the characters to escape: a batch takes every value of a tree this way.
 void appendElement(std::string& array, const SqlParameter& p) {
     if (p.kind != SqlParameter::text) {
-        array += parameterText(p);
+        array += PersistencySql::parameterText(p);
         return;
     }
     array += '"';

@@ -42,18 +42,9 @@ bool holds(const std::optional<std::string>& stored, const SqlParameter& value) 
     return false;
 }
 
-// What a row holds once `value` is written to it, as a read gives it back.
+// What a row holds once `value` is written to it, as a read gives it back: text without the blanks that pad it.
 std::string heldText(const SqlParameter& value) {
-    switch (value.kind) {
-    case SqlParameter::integer:
-        return std::to_string(value.i);
-    case SqlParameter::real:
-        return PersistencySql::numberText(value.d);
-    case SqlParameter::text:
-        break;
-    case SqlParameter::boolean:
-        return value.i ? "t" : "f";
-    }
+    if (value.kind != SqlParameter::text) return PersistencySql::parameterText(value);
     return value.s.substr(0, value.s.find_last_not_of(' ') + 1);
 }
 
@@ -100,6 +91,20 @@ std::string PersistencySql::numberText(double x) {
     if (std::isinf(x)) return x > 0 ? "Infinity" : "-Infinity";
     char text[32];
     return std::string(text, std::to_chars(text, text + sizeof text, safeNumber(x)).ptr);
+}
+
+std::string PersistencySql::parameterText(const SqlParameter& p) {
+    switch (p.kind) {
+    case SqlParameter::integer:
+        return std::to_string(p.i);
+    case SqlParameter::real:
+        return numberText(p.d);
+    case SqlParameter::boolean:
+        return p.i ? "t" : "f";
+    case SqlParameter::text:
+        break;
+    }
+    return p.s;
 }
 
 namespace {

@@ -83,6 +83,8 @@ public:
     // The safe number as text that reads back to the same double; NaN, Infinity and -Infinity as the
     // server writes them.
     static std::string numberText(double x);
+    // A parameter as the server takes it in text: numbers as numberText, flags as "t" or "f", text as it is.
+    static std::string parameterText(const SqlParameter& p);
     // The failure of an update whose row for `tag` is gone.
     static std::string missingRecord(const std::string& tag) { return "Record " + tag + " not found!"; }
 
