@@ -47,6 +47,12 @@ std::unique_ptr<Node> retrieve(Persistency& store, int id) {
 
 class Store : public ::testing::Test {
 protected:
+    // Case `id` read by a driver of its own, which hands what it read to the next driver, as a command's does.
+    void readElsewhere(int id) {
+        PersistencyPostgres reader(database_.connection());
+        retrieve(reader, id);
+    }
+
     TemporaryDatabase database_;
     PersistencyPostgres store_{database_.connection()};
 };
@@ -157,10 +163,6 @@ TEST_F(Store, SuccessiveUpdatesOfOneTreeReadBackWhatWasWritten) {
 TEST_F(Store, AnUpdateTakesTheVectorsThatTheLastDriverReadWhileNoWriteCameBetween) {
     std::unique_ptr<Plant> plant = filledPlant();
     const int id = plant->insert(&store_);
-    const auto readElsewhere = [&] {
-        PersistencyPostgres reader(database_.connection());
-        retrieve(reader, id);
-    };
     // As another kernel would: what a process hands between its drivers never reaches this one.
     const auto writeElsewhere = [&](const std::function<void(Plant&)>& change) {
         PersistencyPostgres writer(database_.connection() + " application_name=other");
@@ -175,17 +177,17 @@ TEST_F(Store, AnUpdateTakesTheVectorsThatTheLastDriverReadWhileNoWriteCameBetwee
         return store_.statements() - before;
     };
 
-    readElsewhere();
+    readElsewhere(id);
     const long taken = update(420.0);
     EXPECT_TRUE(retrieve(store_, id)->equals(*plant));
-    readElsewhere();
+    readElsewhere(id);
     writeElsewhere([](Plant& theirs) { theirs.P = Value(2.0, "bar"); });
     const long readAgain = update(430.0);
     EXPECT_EQ(readAgain - taken, 6) << "the four tables of vectors, and the unchanged items of I and S";
     EXPECT_TRUE(retrieve(store_, id)->equals(*plant));
 
     // Of two updates of a number within one transaction the last holds, also where it sets back the stored value.
-    readElsewhere();
+    readElsewhere(id);
     const double stored = plant->T.toDouble();
     store_.push_transaction();
     update(stored + 10.0);
@@ -194,7 +196,7 @@ TEST_F(Store, AnUpdateTakesTheVectorsThatTheLastDriverReadWhileNoWriteCameBetwee
     EXPECT_EQ(dynamic_cast<Plant&>(*retrieve(store_, id)).T.toDouble(), stored);
 
     // Another kernel gives x a fourth element, in rows with new IDs: the rows read before it name none of them.
-    readElsewhere();
+    readElsewhere(id);
     writeElsewhere([](Plant& theirs) { theirs.x.resize(4); });
     plant->x[0] = Value(0.05);
     update(440.0);
@@ -210,10 +212,7 @@ TEST_F(Store, AnUpdateByTheRowsReadSendsWhatDiffersAsTheServerComparesIt) {
     std::unique_ptr<Plant> plant = filledPlant();
     const int id = plant->insert(&store_);
     const auto update = [&] {
-        {
-            PersistencyPostgres reader(database_.connection());
-            retrieve(reader, id);
-        }
+        readElsewhere(id);
         const long before = store_.statements();
         plant->update(&store_);
         return store_.statements() - before;
