@@ -222,16 +222,16 @@ StoreBlock& PersistencySql::readTables(int id) {
     StoreBlock& block = readBlock(id);
     if (!block.loaded("I")) {
         const int first = block.first(), last = block.last();
-        std::vector<std::pair<const char*, std::string>> tables{
-            {"I", sqlFormat(dialect_.readI.c_str(), first, last)},
-            {"Q", sqlFormat(dialect_.readQ.c_str(), first, last)},
-            {"S", sqlFormat(dialect_.readS.c_str(), first, last)}};
-        for (const auto& [table, link, flags] : vectorTables)
-            tables.emplace_back(table, vectorsSql(table, link, flags, first, last));
-        std::vector<std::string> sql;
-        for (const auto& table : tables) sql.push_back(table.second);
+        std::vector<const char*> tables{"I", "Q", "S"};
+        std::vector<std::string> sql{sqlFormat(dialect_.readI.c_str(), first, last),
+                                     sqlFormat(dialect_.readQ.c_str(), first, last),
+                                     sqlFormat(dialect_.readS.c_str(), first, last)};
+        for (const auto& [table, link, flags] : vectorTables) {
+            tables.push_back(table);
+            sql.push_back(vectorsSql(table, link, flags, first, last));
+        }
         std::vector<SqlRows> rows = queries(sql, "read the block of " + std::to_string(id));
-        for (std::size_t t = 0; t < tables.size(); ++t) block.put(tables[t].first, std::move(rows[t]));
+        for (std::size_t t = 0; t < tables.size(); ++t) block.put(tables[t], std::move(rows[t]));
     }
     return block;
 }
