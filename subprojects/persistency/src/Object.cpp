@@ -42,11 +42,15 @@ bool sameValues(const std::vector<Value>& a, const std::vector<Value>& b) {
 }
 
 // Copies the values of the items that both maps hold. Both are in the order of their tags, so one pass over the two
-// pairs them, with one comparison a pair where they hold the same tags, as two objects of one type do.
+// pairs them; where they hold the same tags, as two objects of one type do, each pair takes one test of equality.
 template <typename Map, typename Assign> void copyValues(const Map& to, const Map& from, Assign assign) {
     const auto before = from.key_comp();
     auto it = from.begin();
     for (const auto& [tag, item] : to) {
+        if (it != from.end() && it->first == tag) {
+            assign(*item, *it++->second);
+            continue;
+        }
         while (it != from.end() && before(it->first, tag)) ++it;
         if (it == from.end()) return;
         if (!before(tag, it->first)) assign(*item, *it->second);
