@@ -35,10 +35,11 @@ template <typename V> V GenericActive<V>::derivative(int i) const {
     return list ? list->derivative(i) : V(0);
 }
 
-// Writing in the store of the current mode replaces a store of the other mode.
+// Writing in the store of the current mode replaces a store of the other mode, and keeps the other derivatives of
+// its own.
 template <typename V> void GenericActive<V>::setDerivative(int i, V d) {
     if (numdir_ <= ndense) {
-        releaseSparse();
+        if (nd_ == sparseStore) releaseSparse();
         for (; nd_ <= i; ++nd_) dense_[nd_] = 0;
         dense_[i] = d;
         return;

@@ -357,7 +357,9 @@ TEST(ValueDerivatives, WritingInOneModeReplacesTheOtherStore) {
     {
         Context sparse(8);
         a.setDerivative(7, 2.0);
+        a.setDerivative(3, 4.0);
         EXPECT_EQ(a.derivative(7), 2.0);
+        EXPECT_EQ(a.derivative(3), 4.0);
         const Active copy(a), moved(Active(a) * 3.0);
         EXPECT_EQ(copy.derivative(7), 2.0);
         EXPECT_EQ(moved.derivative(7), 6.0);
@@ -368,6 +370,9 @@ TEST(ValueDerivatives, WritingInOneModeReplacesTheOtherStore) {
         a.setDerivative(1, 5.0);
         EXPECT_EQ(a.derivative(1), 5.0);
         EXPECT_EQ(a.derivative(0), 0.0);
+        a.setDerivative(0, -1.5); // below the last one written, in either store, the others stay
+        EXPECT_EQ(a.derivative(1), 5.0);
+        EXPECT_EQ(a.derivative(0), -1.5);
     }
     Context sparse(8);
     EXPECT_EQ(a.derivative(7), 0.0);
