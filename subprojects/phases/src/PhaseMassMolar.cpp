@@ -24,9 +24,18 @@ MassMolar::MassMolar(const Defaults& defaults, uint32_t id, Persistency* persist
     addVariable(ndotcomps);
 }
 
+// Each product with a component's constant weight goes into the sum in one combination of derivatives: made
+// apart, it takes a list of derivatives of its own, to be merged into the sum and dropped.
 const Value& MassMolar::mwx() const {
     mw_.clear();
-    for (int i = 0; i < NCOMPONENTS; ++i) mw_ += x[i] * componentMw(i);
+    Active& sum = mw_.active();
+    for (int i = 0; i < NCOMPONENTS; ++i) {
+        const Value& weight = componentMw(i);
+        x[i].dimensionless(__PRETTY_FUNCTION__);
+        mw_.same(__PRETTY_FUNCTION__, weight);
+        const double m = weight.toDouble();
+        sum = Active::combine(sum.val() + x[i].toDouble() * m, 1, sum, m, x[i].active());
+    }
     return mw_;
 }
 

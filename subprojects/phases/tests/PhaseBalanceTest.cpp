@@ -243,3 +243,39 @@ TEST_F(PhaseTest, MassPhaseWithoutComponentsCannotBeMade) {
               std::string::npos);
     loadComponents();
 }
+
+// The mean molar weight and its derivatives, sum of m_i dx_i, in the dense store of 5 directions and the sparse one
+// of 200; a second evaluation on other directions leaves nothing of the first behind.
+TEST_F(PhaseTest, MeanMolarWeightCarriesTheDerivativesOfTheFractions) {
+    auto p = make<Molar>("PhaseIdeal<vapor>");
+    const std::vector<double> x{0.2, 0.3, 0.1, 0.25, 0.15};
+    for (const int directions : {5, 200}) {
+        ActiveContext::Scope scope(directions);
+        for (const int shift : {0, 2}) {
+            // Fraction i depends on directions i and 4 - i, turned by `shift`, with slopes i + 1 and -0.5 (the
+            // middle one on one direction, with slope 3 + 2.5).
+            const auto direction = [&](int k) { return (k + shift) % directions; };
+            std::vector<double> expected(directions, 0.0);
+            double mean = 0;
+            for (int i = 0; i < NCOMPONENTS; ++i) {
+                p->x[i] = Value(x[i]);
+                p->x[i].active().setDerivative(direction(i), i + 1.0);
+                p->x[i].active().setDerivative(direction(4 - i), i == 2 ? 5.5 : -0.5);
+                const double m = components[i]->mw().toDouble();
+                mean += x[i] * m;
+                if (i == 2) {
+                    expected[direction(i)] += 5.5 * m;
+                } else {
+                    expected[direction(i)] += (i + 1.0) * m;
+                    expected[direction(4 - i)] -= 0.5 * m;
+                }
+            }
+            const Value& mw = p->mwx();
+            EXPECT_DOUBLE_EQ(mw.toDouble(), mean);
+            EXPECT_EQ(mw.unitText(), "kmol^-1 kg");
+            for (int k = 0; k < directions; ++k)
+                EXPECT_NEAR(mw.active().derivative(k), expected[k], 1e-12 * std::fabs(mean))
+                    << directions << " directions, shift " << shift << ", direction " << k;
+        }
+    }
+}
