@@ -8,6 +8,7 @@
 
 #include <fstream>
 #include <initializer_list>
+#include <sstream>
 
 using Tarvo::Core::escapeXml;
 
@@ -21,20 +22,20 @@ const std::string streamPrefix = "Stream";
 constexpr const char* rowStart = "    <table:table-row>\n";
 constexpr const char* rowEnd = "    </table:table-row>\n";
 
-void textCell(std::ofstream& out, const std::string& text) {
+void textCell(std::ostream& out, const std::string& text) {
     out << "      <table:table-cell><text:p>" << text << "</text:p></table:table-cell>\n";
 }
 
 // Numbers are in SI, the units that the headings name.
-void numberCell(std::ofstream& out, double number) {
+void numberCell(std::ostream& out, double number) {
     out << "      <table:table-cell office:value-type=\"float\" office:value=\"" << number << "\"/>\n";
 }
 
-void emptyCell(std::ofstream& out) { out << "      <table:table-cell/>\n"; }
+void emptyCell(std::ostream& out) { out << "      <table:table-cell/>\n"; }
 
 // The tag of a phase, then the numbers of its scalar quantities in the order of its map: the columns line up
 // as long as the phases list the same quantities as the total phase of the first stream, which names them.
-void phaseCells(std::ofstream& out, const Object& phase) {
+void phaseCells(std::ostream& out, const Object& phase) {
     textCell(out, phase.tag());
     for (const auto& [tag, item] : phase.quantityItems())
         numberCell(out, item->toDouble());
@@ -44,6 +45,21 @@ void phaseCells(std::ofstream& out, const Object& phase) {
 
 void Model::printOds(std::ofstream& out) const {
     TARVO_LOG(3) << "Entered for " << fullTag();
+    writeOds_(out);
+}
+
+void Model::printOds(std::ofstream& out, const std::string& document) const {
+    TARVO_LOG(3) << "Entered for " << fullTag();
+    out << document;
+}
+
+std::string Model::odsDocument() const {
+    std::ostringstream out;
+    writeOds_(out);
+    return out.str();
+}
+
+void Model::writeOds_(std::ostream& out) const {
     const std::streamsize precision = out.precision(12); // the digits of the other reports
     out << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
            "<office:document-content \n"
@@ -64,20 +80,20 @@ void Model::printOds(std::ofstream& out) const {
 }
 
 // The streams of a flowsheet come ahead of those of its sub-flowsheets.
-void Model::printRecursiveStreamsToOds_(std::ofstream& out, const Model& model, int& row) const {
+void Model::printRecursiveStreamsToOds_(std::ostream& out, const Model& model, int& row) const {
     printStreamsToOds_(out, model, row);
     for (const Model* child : model.subModels())
         printRecursiveStreamsToOds_(out, *child, row);
 }
 
-void Model::printStreamsToOds_(std::ofstream& out, const Model& model, int& row) const {
+void Model::printStreamsToOds_(std::ostream& out, const Model& model, int& row) const {
     for (const Model* child : model.subModels())
         if (child->type().compare(0, streamPrefix.size(), streamPrefix) == 0) printStreamToOds_(out, *child, row);
 }
 
 // The stream's own row holds its total phase; each other phase has a row of its own below it, with the
 // cells of the stream left empty.
-void Model::printStreamToOds_(std::ofstream& out, const Model& stream, int& row) const {
+void Model::printStreamToOds_(std::ostream& out, const Model& stream, int& row) const {
     const Object& total = stream.at("Tphase");
     if (row == 1) {
         out << rowStart;

@@ -494,6 +494,12 @@ std::string PersistencyPostgres::escape(const std::string& text) {
     return escaped;
 }
 
+// The server runs each statement of the pipeline as it arrives, so what the client library still holds goes out too.
+void PersistencyPostgres::send() {
+    sendBatches();
+    if (pipeline_ && pq().flush(connection_) != 0) fail(__PRETTY_FUNCTION__, pq().errorMessage(connection_));
+}
+
 void PersistencyPostgres::purgeAll() {
     forgetBlocks();
     execute("truncate table I, IVV, IV, Q, QVV, QV, QMV, QM, S, SVV, SV, N;", __PRETTY_FUNCTION__);

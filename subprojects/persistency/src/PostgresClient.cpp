@@ -33,6 +33,7 @@ PostgresClient load() {
     find(handle, client.enterPipelineMode, "PQenterPipelineMode");
     find(handle, client.exitPipelineMode, "PQexitPipelineMode");
     find(handle, client.pipelineSync, "PQpipelineSync");
+    find(handle, client.flush, "PQflush");
     find(handle, client.getResult, "PQgetResult");
     find(handle, client.resultStatus, "PQresultStatus");
     find(handle, client.resultErrorMessage, "PQresultErrorMessage");

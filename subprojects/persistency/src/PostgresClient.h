@@ -17,6 +17,7 @@ struct PostgresClient {
     decltype(&PQenterPipelineMode) enterPipelineMode;
     decltype(&PQexitPipelineMode) exitPipelineMode;
     decltype(&PQpipelineSync) pipelineSync;
+    decltype(&PQflush) flush;
     decltype(&PQgetResult) getResult;
     decltype(&PQresultStatus) resultStatus;
     decltype(&PQresultErrorMessage) resultErrorMessage;

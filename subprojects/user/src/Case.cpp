@@ -18,6 +18,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <optional>
 #include <sstream>
 
 namespace Tarvo::User {
@@ -62,6 +63,8 @@ struct Case::Record {
     std::unique_ptr<Model> model;
     bool test = false;
     bool check = false;
+    std::optional<std::string> odsDocument; // made by prepareOds, for the next exportOds
+    std::function<void()> whileStoring;     // for the next calculateSync
 };
 
 Case::Case(const Handle& handle) : record_(std::make_unique<Record>()) {
@@ -109,8 +112,13 @@ template <typename F> int Case::guarded(const char* function, F operation) const
     }
 }
 
+void Case::setWhileStoring(std::function<void()> work) { record_->whileStoring = std::move(work); }
+
 int Case::calculateSync() {
     const std::string function = TARVO_FUNCTION;
+    record_->odsDocument.reset();
+    const std::function<void()> whileStoring = std::move(record_->whileStoring);
+    record_->whileStoring = nullptr;
     return guarded(function.c_str(), [&](Model& model) {
         model.calculate(0);
         model.reportMessages();
@@ -119,7 +127,14 @@ int Case::calculateSync() {
         TARVO_LOG_STATIC(1) << "Updating results to persistent storage";
         {
             PersistencyPostgres store;
+            store.push_transaction();
             model.update(&store);
+            // The check below changes the model; without it, the model stands as it will be reported.
+            if (whileStoring && !record_->check) {
+                store.send();
+                whileStoring();
+            }
+            store.pop_transaction();
         }
         TARVO_LOG_STATIC(1) << "Updated results to persistent storage";
         if (record_->test) {
@@ -280,7 +295,23 @@ int Case::exportJson(const std::string& file) const {
 }
 
 int Case::exportOds(const std::string& file) const {
-    return exportFile(__PRETTY_FUNCTION__, file, [](const Model& model, std::ofstream& out) { model.printOds(out); });
+    const std::optional<std::string> document = std::move(record_->odsDocument);
+    record_->odsDocument.reset();
+    return exportFile(__PRETTY_FUNCTION__, file, [&](const Model& model, std::ofstream& out) {
+        if (document)
+            model.printOds(out, *document);
+        else
+            model.printOds(out);
+    });
+}
+
+void Case::prepareOds() {
+    if (!record_->model) return;
+    try {
+        record_->odsDocument = record_->model->odsDocument();
+    } catch (const Error&) {
+        record_->odsDocument.reset(); // exportOds makes it again, and reports the failure
+    }
 }
 
 int Case::exportXml(const std::string& dir) {

@@ -112,9 +112,10 @@ Handle caseHandle(const Words& w) {
     Case c{handle};
     if (std::strncmp(w.word(1), "calculatetest", 13) == 0) c.setTest();
     if (std::strncmp(w.word(1), "calculatecheck", 14) == 0) c.setCheck();
-    const int result = c.calculateSync();
     // The spreadsheet report follows every calculation, failed ones included; its own failure leaves the
-    // result alone.
+    // result alone. Its document is made while the server writes the results, once the calculation gets there.
+    c.setWhileStoring([&c] { c.prepareOds(); });
+    const int result = c.calculateSync();
     c.exportOds("content.xml");
     quit(result >= 0 ? id : result);
 }

@@ -78,6 +78,10 @@ public:
     // The spreadsheet report: the "content.xml" part of an OpenDocument spreadsheet, with one table of the
     // streams of the subtree, those of a flowsheet ahead of those of its sub-flowsheets, a row for each phase.
     void printOds(std::ofstream& out) const;
+    // The same document, made without writing it, and then written with its log line: a command makes it while
+    // the store writes the results.
+    std::string odsDocument() const;
+    void printOds(std::ofstream& out, const std::string& document) const;
 
     // The children that are models, in the order of the children's map. Kept until the children change: a
     // calculation walks them at every evaluation, and the cast across the virtual bases that finds them costs
@@ -122,9 +126,11 @@ private:
     // The rows of the spreadsheet report: of the streams of `model` and of all models below it, of the
     // streams among the children of `model`, of one stream. `row` is the number of the next row; at 1 the
     // header goes first.
-    void printRecursiveStreamsToOds_(std::ofstream& out, const Model& model, int& row) const;
-    void printStreamsToOds_(std::ofstream& out, const Model& model, int& row) const;
-    void printStreamToOds_(std::ofstream& out, const Model& stream, int& row) const;
+    void printRecursiveStreamsToOds_(std::ostream& out, const Model& model, int& row) const;
+    void printStreamsToOds_(std::ostream& out, const Model& model, int& row) const;
+    void printStreamToOds_(std::ostream& out, const Model& stream, int& row) const;
+    // The spreadsheet document of printOds, without its log line.
+    void writeOds_(std::ostream& out) const;
 
     void addSubObject(int verbosity, const Tarvo::Persistency::Defaults& defaults, int index, const std::string& tag,
                       const std::string& description, const std::string& typeOption, const std::string& kind);

@@ -40,6 +40,9 @@ public:
     static std::string connectionString(const Configuration& configuration);
     // Empties every table of the store in one statement.
     void purgeAll();
+    // Sends what the open transaction has gathered, without waiting for the replies, which its commit reads: the
+    // server runs the statements while the process goes on with something else.
+    void send();
 
     void purge(const std::string& table, int id) override;
     int countRows(const std::string& table, int id) override;

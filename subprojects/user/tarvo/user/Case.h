@@ -4,6 +4,7 @@
 #include <tarvo/core/SensitivityResult.h>
 #include <tarvo/user/Handle.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -30,6 +31,10 @@ public:
     int setTest();
     // After calculateSync: recalculate once more with all logging on, without storing.
     int setCheck();
+
+    // Work for the next calculateSync without the check flag to do while the server writes the results, on the
+    // model as it will stand: the command line makes its spreadsheet report then (prepareOds).
+    void setWhileStoring(std::function<void()> work);
 
     // Calculates the model, reports its messages and writes the results back to the store. A calculation
     // that ended with errors in the model's lists still returns 0: they are in the store and the reports.
@@ -70,6 +75,9 @@ public:
     // The spreadsheet report into `file`: the "content.xml" part of an OpenDocument spreadsheet, a table of
     // the streams of the tree with a row for each phase.
     int exportOds(const std::string& file) const;
+    // Makes the spreadsheet document of the model as it stands, for the next exportOds to write; a failure is
+    // left to exportOds, which makes the document again and reports it.
+    void prepareOds();
     // The pictures into the folder `dir`, which must exist: "<id>.svg" in SVG 1.1 of the root and of each
     // flowsheet in the tree, named by their identifiers in the store; with `raster` the icons are taken as
     // PNG pictures. Gives the paths written, none on a failure; error 0, -81 or -84.
