@@ -34,6 +34,30 @@ Point coshSquared(double y) {
     return {c * c, 2 * c * dc};
 }
 
+// A number with its derivatives in two directions, combined by the rules and in the order of the dense store of
+// values (GenericActive::combineInto and chainByInto), so that each number is the one that values give.
+struct Dual {
+    double v, d[2];
+};
+
+Dual constant(double v) { return {v, {0.0, 0.0}}; }
+Dual combine(double value, double a, const Dual& x, double b, const Dual& y) {
+    return {value, {a * x.d[0] + b * y.d[0], a * x.d[1] + b * y.d[1]}};
+}
+Dual chain(double value, double k, const Dual& x) { return {value, {k * x.d[0], k * x.d[1]}}; }
+Dual operator+(const Dual& x, const Dual& y) { return combine(x.v + y.v, 1, x, 1, y); }
+Dual operator-(const Dual& x, const Dual& y) { return combine(x.v - y.v, 1, x, -1, y); }
+Dual operator*(const Dual& x, const Dual& y) { return combine(x.v * y.v, y.v, x, x.v, y); }
+Dual operator/(const Dual& x, const Dual& y) { return combine(x.v / y.v, 1 / y.v, x, -x.v / (y.v * y.v), y); }
+Dual log(const Dual& x) {
+    const double v = x.v;
+    return {std::log(v), {ActiveRules::guarded(v, x.d[0], v), ActiveRules::guarded(v, x.d[1], v)}};
+}
+// ofTemperature on duals.
+Dual ofTemperature(double f, double dfdT, const Dual& T, const Value& unit) {
+    return chain(f, dfdT, T) * constant(unit.toDouble());
+}
+
 } // namespace
 
 RouteHeatVaporDippr::RouteHeatVaporDippr(const ParameterDippr7& cpig)
@@ -54,7 +78,7 @@ double RouteHeatVaporDippr::cp_(double t, double* dcpdt) const {
     }
     if (t != lastT_) {
         const double x = std::fabs(cpig_[2]) / t, y = std::fabs(cpig_[4]) / t;
-        const Point f = sinhSquared(x), g = coshSquared(y);
+        const dipprForms::Point f = sinhSquared(x), g = coshSquared(y);
         lastT_ = t;
         lastCp_ = cpig_[0] + cpig_[1] * f.y + cpig_[3] * g.y;
         lastSlope_ = -(cpig_[1] * f.dy * x + cpig_[3] * g.dy * y) / t;
@@ -117,6 +141,35 @@ Value RouteHeatVaporDippr::sv(const Value& T, const Value& P) const {
         e.append(TARVO_FUNCTION);
         throw;
     }
+}
+
+// hv, sv and cpv, line by line, on T and P as directions 0 and 1. Arguments in other units go the way of values,
+// which reports them.
+RouteHeatVapor::Point RouteHeatVaporDippr::vaporPoint(Property kind, const Value& T, const Value& P) const {
+    if (!T.sameUnits(zeroK) || !P.sameUnits(zeroPa)) return RouteHeatVapor::vaporPoint(kind, T, P);
+    const Dual TT = Dual{T.toDouble(), {1.0, 0.0}} - constant(zeroK.toDouble());
+    const Dual PP = Dual{P.toDouble(), {0.0, 1.0}} - constant(zeroPa.toDouble());
+    const double t = TT.v;
+    Dual r{};
+    switch (kind) {
+    case Property::enthalpy:
+        r = constant(dh0().toDouble()) + ofTemperature(h_(t) - h0_, cp_(t, nullptr), TT, JPerKmol);
+        break;
+    case Property::entropy:
+        assert(t > 0.0);
+        assert(PP.v > 0.0);
+        r = ofTemperature(s_(t) - s0_, cp_(t, nullptr) / t, TT, JPerKmolK) -
+            constant(R.toDouble()) * log(PP / constant(P0.toDouble())) +
+            (constant(dh0().toDouble()) - constant(dg0().toDouble())) / constant(T0.toDouble());
+        break;
+    case Property::heatCapacity: {
+        double slope;
+        const double cp = cp_(t, &slope);
+        r = ofTemperature(cp, slope, TT, JPerKmolK);
+        break;
+    }
+    }
+    return {r.v, r.d[0], r.d[1]};
 }
 
 Value RouteHeatVaporDippr::cpv(const Value& T, const Value&) const {

@@ -99,3 +99,62 @@ TEST(RouteDerivatives, VaporEnthalpyAndHeatCapacityAreTheSameAtEveryPressure) {
     ActiveContext::pop();
     EXPECT_EQ(species.size(), 5u + 86u);
 }
+
+// A vapor point is the route's value and its two slopes, bit for bit, whether the route evaluates its values or
+// works the numbers out itself: with T and P as the directions of a context, and without directions.
+TEST(RouteDerivatives, VaporPointsAreTheRoutesNumbersBitForBit) {
+    loadComponents();
+    std::vector<const ComponentGeneric*> species;
+    for (int i = 0; i < NCOMPONENTS; ++i) species.push_back(components[i]);
+    std::vector<std::unique_ptr<ComponentGeneric>> catalogue;
+    for (const std::string& entry : catalogueEntries()) {
+        catalogue.emplace_back(newCatalogueComponent(entry, entry));
+        species.push_back(catalogue.back().get());
+    }
+    using Property = RouteHeatVapor::Property;
+    const auto route = [](const ComponentGeneric& c, Property kind, const Value& T, const Value& P) {
+        return kind == Property::enthalpy ? c.hv(T, P) : kind == Property::entropy ? c.sv(T, P) : c.cpv(T, P);
+    };
+    const auto bits = [](double a, double b, double c) {
+        const double numbers[3] = {a, b, c};
+        std::array<std::uint64_t, 3> raw;
+        std::memcpy(raw.data(), numbers, sizeof numbers);
+        return raw;
+    };
+    int checked = 0;
+    for (const int directions : {2, 0}) {
+        if (directions > 0) ActiveContext::push(directions);
+        for (const ComponentGeneric* c : species) {
+            for (double t : {250.0, 400.0, 900.0}) {
+                for (double p : {1e3, 1e7}) {
+                    Value T(t, "K"), P(p, "Pa");
+                    if (directions > 0) {
+                        T.active().setActive(0);
+                        P.active().setActive(1);
+                    }
+                    for (const Property kind : {Property::enthalpy, Property::entropy, Property::heatCapacity}) {
+                        const Value v = route(*c, kind, T, P);
+                        const RouteHeatVapor::Point point = c->vaporPoint(kind, T, P);
+                        const auto expected = bits(v.toDouble(), v.active().derivative(0), v.active().derivative(1));
+                        if (directions > 0)
+                            EXPECT_EQ(bits(point.value, point.dT, point.dP), expected)
+                                << c->name << " " << static_cast<int>(kind) << " at " << t << " K, " << p << " Pa";
+                        else
+                            EXPECT_EQ(bits(point.value, 0, 0)[0], expected[0]) << c->name << " at " << t << " K";
+                        ++checked;
+                    }
+                    if (directions > 0) {
+                        P.active().inactivate(1);
+                        T.active().inactivate(0);
+                    }
+                }
+            }
+        }
+        if (directions > 0) ActiveContext::pop();
+    }
+    EXPECT_EQ(checked, 2 * (5 + 86) * 3 * 2 * 3);
+
+    // Arguments in other units are reported as the route reports them.
+    const std::string message = errorMessage([&] { species[0]->vaporPoint(Property::entropy, P0, P0); });
+    EXPECT_NE(message.find("incompatible units"), std::string::npos) << message;
+}

@@ -44,12 +44,19 @@ const Value& unitOf(Ideal::PureProperty kind) {
     return kind == Ideal::PureProperty::enthalpy ? zeroMolarEnthalpy() : zeroMolarEntropy();
 }
 
-// The pure component's property of the kind asked for, in the state given.
-Value pureProperty(const ComponentGeneric& c, PhaseType state, Ideal::PureProperty kind, const Value& T,
-                   const Value& P) {
+RouteHeatVapor::Property vaporProperty(Ideal::PureProperty kind) {
+    switch (kind) {
+    case Ideal::PureProperty::enthalpy: return RouteHeatVapor::Property::enthalpy;
+    case Ideal::PureProperty::entropy: return RouteHeatVapor::Property::entropy;
+    default: return RouteHeatVapor::Property::heatCapacity;
+    }
+}
+
+// The pure component's property of the kind asked for, in a condensed state.
+Value condensedProperty(const ComponentGeneric& c, PhaseType state, Ideal::PureProperty kind, const Value& T,
+                        const Value& P) {
     const bool h = kind == Ideal::PureProperty::enthalpy, s = kind == Ideal::PureProperty::entropy;
     switch (state) {
-    case PhaseType::vapor: return h ? c.hv(T, P) : s ? c.sv(T, P) : c.cpv(T, P);
     case PhaseType::liquid: return h ? c.hl(T, P) : s ? c.sl(T, P) : c.cpl(T, P);
     case PhaseType::solid: return h ? c.hs(T, P) : s ? c.ss(T, P) : c.cps(T, P);
     default: return unitOf(kind);
@@ -149,10 +156,17 @@ auto Ideal::purePoints_(const Value& P, const Value& T, const Vector& x, PhaseTy
             t->active().setActive(0);
             p->active().setActive(1);
         }
-        const Value v = pureProperty(*components[i], state, kind, local ? *t : T, local ? *p : P);
-        v.same(__PRETTY_FUNCTION__, unitOf(kind));
-        cache.points[i] = {v.toDouble(), local ? v.active().derivative(0) : 0.0,
-                           local ? v.active().derivative(1) : 0.0, 0.0, true};
+        const Value& atT = local ? *t : T;
+        const Value& atP = local ? *p : P;
+        if (state == PhaseType::vapor) {
+            const RouteHeatVapor::Point v = components[i]->vaporPoint(vaporProperty(kind), atT, atP);
+            cache.points[i] = {v.value, local ? v.dT : 0.0, local ? v.dP : 0.0, 0.0, true};
+        } else {
+            const Value v = condensedProperty(*components[i], state, kind, atT, atP);
+            v.same(__PRETTY_FUNCTION__, unitOf(kind));
+            cache.points[i] = {v.toDouble(), local ? v.active().derivative(0) : 0.0,
+                               local ? v.active().derivative(1) : 0.0, 0.0, true};
+        }
     }
     return cache.points;
 }

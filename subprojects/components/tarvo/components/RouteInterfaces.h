@@ -29,6 +29,17 @@ public:
     virtual Value cpv(const Value& T, const Value& P) const = 0; // J/(kmol*K)
     // Gibbs energy of the pure vapor, hv - T sv.
     Value gv(const Value& T, const Value& P) const;
+
+    // hv, sv or cpv as plain numbers, with its slopes in T and in P. T and P are the independent variables of
+    // directions 0 and 1 of the current context, or the context has no directions and the slopes are not asked
+    // for: the ideal phase works a species' points out so and combines the slopes with its mixture's derivatives
+    // itself. This evaluates the route; a route may work the same numbers out without the arithmetic of values,
+    // as long as they are bit for bit those.
+    enum class Property { enthalpy, entropy, heatCapacity };
+    struct Point {
+        double value, dT, dP;
+    };
+    virtual Point vaporPoint(Property kind, const Value& T, const Value& P) const;
 };
 
 class RouteHeatLiquid : public virtual Diagnostic {

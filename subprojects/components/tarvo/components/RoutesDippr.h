@@ -16,6 +16,8 @@ public:
     Value hv(const Value& T, const Value& P) const override;
     Value sv(const Value& T, const Value& P) const override;
     Value cpv(const Value& T, const Value& P) const override;
+    // The numbers of hv, sv and cpv, worked out as the two directions' arithmetic of values works them out.
+    Point vaporPoint(Property kind, const Value& T, const Value& P) const override;
 
 private:
     double cp_(double t, double* dcpdt) const; // J/(kmol*K), t in K
