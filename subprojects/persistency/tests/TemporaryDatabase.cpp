@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <fstream>
+#include <iostream>
 #include <sstream>
 #include <stdexcept>
 #include <unistd.h>
@@ -59,8 +60,10 @@ TemporaryDatabase::~TemporaryDatabase() {
     try {
         const std::string server = PersistencyPostgres::connectionString(Configuration(Configuration::kernelFile));
         run(withDatabase(server, "postgres"), "DROP DATABASE IF EXISTS " + name_ + " WITH (FORCE)");
-    } catch (const std::exception&) {
-        // A database left behind is dropped by the next run of the same process id, or by hand.
+    } catch (const std::exception& e) {
+        // A database left behind is dropped by the next run of the same process id, or by hand; the reason is
+        // told, as such leftovers have been seen now and then without one.
+        std::cerr << "left behind " << name_ << ": " << e.what() << std::endl;
     }
 }
 
