@@ -18,6 +18,35 @@
 
 using namespace componentTests;
 
+namespace {
+
+// The kernel's five species and the 86 catalogue entries, which it owns.
+struct EverySpecies {
+    EverySpecies() {
+        loadComponents();
+        for (int i = 0; i < NCOMPONENTS; ++i) species.push_back(components[i]);
+        for (const std::string& entry : catalogueEntries()) {
+            catalogue.emplace_back(newCatalogueComponent(entry, entry));
+            species.push_back(catalogue.back().get());
+        }
+    }
+    std::vector<const ComponentGeneric*> species;
+    std::vector<std::unique_ptr<ComponentGeneric>> catalogue;
+};
+
+// A value and its slopes by T and by P as their bits, so that a comparison tells the last one.
+std::array<std::uint64_t, 3> bits(double value, double dT, double dP) {
+    const double numbers[3] = {value, dT, dP};
+    std::array<std::uint64_t, 3> raw;
+    std::memcpy(raw.data(), numbers, sizeof numbers);
+    return raw;
+}
+std::array<std::uint64_t, 3> bits(const Value& v) {
+    return bits(v.toDouble(), v.active().derivative(0), v.active().derivative(1));
+}
+
+} // namespace
+
 TEST(RouteDerivatives, EveryTemperatureRouteOfTheCatalogueAgreesWithACentralDifference) {
     const Value P = Pa(2e5);
     using Route = std::function<Value(const ComponentGeneric&, const Value&)>;
@@ -66,21 +95,8 @@ TEST(RouteDerivatives, CatalogueEntriesAreFoundByTheirNames) {
 // The ideal phase shares a vapor's enthalpy and heat capacity between pressures at one temperature: every route of
 // the kernel's species and of the catalogue gives the ideal gas's, the same number and slope at any pressure.
 TEST(RouteDerivatives, VaporEnthalpyAndHeatCapacityAreTheSameAtEveryPressure) {
-    loadComponents();
-    std::vector<const ComponentGeneric*> species;
-    for (int i = 0; i < NCOMPONENTS; ++i) species.push_back(components[i]);
-    std::vector<std::unique_ptr<ComponentGeneric>> catalogue;
-    for (const std::string& entry : catalogueEntries()) {
-        catalogue.emplace_back(newCatalogueComponent(entry, entry));
-        species.push_back(catalogue.back().get());
-    }
-    // The value and its slopes by T and by P, bit for bit.
-    const auto bits = [](const Value& v) {
-        const double numbers[3] = {v.toDouble(), v.active().derivative(0), v.active().derivative(1)};
-        std::array<std::uint64_t, 3> raw;
-        std::memcpy(raw.data(), numbers, sizeof numbers);
-        return raw;
-    };
+    const EverySpecies every;
+    const std::vector<const ComponentGeneric*>& species = every.species;
     ActiveContext::push(2);
     for (const ComponentGeneric* c : species) {
         for (double t : {250.0, 400.0, 900.0}) {
@@ -103,23 +119,11 @@ TEST(RouteDerivatives, VaporEnthalpyAndHeatCapacityAreTheSameAtEveryPressure) {
 // A vapor point is the route's value and its two slopes, bit for bit, whether the route evaluates its values or
 // works the numbers out itself: with T and P as the directions of a context, and without directions.
 TEST(RouteDerivatives, VaporPointsAreTheRoutesNumbersBitForBit) {
-    loadComponents();
-    std::vector<const ComponentGeneric*> species;
-    for (int i = 0; i < NCOMPONENTS; ++i) species.push_back(components[i]);
-    std::vector<std::unique_ptr<ComponentGeneric>> catalogue;
-    for (const std::string& entry : catalogueEntries()) {
-        catalogue.emplace_back(newCatalogueComponent(entry, entry));
-        species.push_back(catalogue.back().get());
-    }
+    const EverySpecies every;
+    const std::vector<const ComponentGeneric*>& species = every.species;
     using Property = RouteHeatVapor::Property;
     const auto route = [](const ComponentGeneric& c, Property kind, const Value& T, const Value& P) {
         return kind == Property::enthalpy ? c.hv(T, P) : kind == Property::entropy ? c.sv(T, P) : c.cpv(T, P);
-    };
-    const auto bits = [](double a, double b, double c) {
-        const double numbers[3] = {a, b, c};
-        std::array<std::uint64_t, 3> raw;
-        std::memcpy(raw.data(), numbers, sizeof numbers);
-        return raw;
     };
     int checked = 0;
     for (const int directions : {2, 0}) {
@@ -135,7 +139,7 @@ TEST(RouteDerivatives, VaporPointsAreTheRoutesNumbersBitForBit) {
                     for (const Property kind : {Property::enthalpy, Property::entropy, Property::heatCapacity}) {
                         const Value v = route(*c, kind, T, P);
                         const RouteHeatVapor::Point point = c->vaporPoint(kind, T, P);
-                        const auto expected = bits(v.toDouble(), v.active().derivative(0), v.active().derivative(1));
+                        const auto expected = bits(v);
                         if (directions > 0)
                             EXPECT_EQ(bits(point.value, point.dT, point.dP), expected)
                                 << c->name << " " << static_cast<int>(kind) << " at " << t << " K, " << p << " Pa";
