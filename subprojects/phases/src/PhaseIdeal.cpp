@@ -44,14 +44,6 @@ const Value& unitOf(Ideal::PureProperty kind) {
     return kind == Ideal::PureProperty::enthalpy ? zeroMolarEnthalpy() : zeroMolarEntropy();
 }
 
-RouteHeatVapor::Property vaporProperty(Ideal::PureProperty kind) {
-    switch (kind) {
-    case Ideal::PureProperty::enthalpy: return RouteHeatVapor::Property::enthalpy;
-    case Ideal::PureProperty::entropy: return RouteHeatVapor::Property::entropy;
-    default: return RouteHeatVapor::Property::heatCapacity;
-    }
-}
-
 // The pure component's property of the kind asked for, in a condensed state.
 Value condensedProperty(const ComponentGeneric& c, PhaseType state, Ideal::PureProperty kind, const Value& T,
                         const Value& P) {
@@ -159,7 +151,7 @@ auto Ideal::purePoints_(const Value& P, const Value& T, const Vector& x, PhaseTy
         const Value& atT = local ? *t : T;
         const Value& atP = local ? *p : P;
         if (state == PhaseType::vapor) {
-            const RouteHeatVapor::Point v = components[i]->vaporPoint(vaporProperty(kind), atT, atP);
+            const RouteHeatVapor::Point v = components[i]->vaporPoint(kind, atT, atP);
             cache.points[i] = {v.value, local ? v.dT : 0.0, local ? v.dP : 0.0, 0.0, true};
         } else {
             const Value v = condensedProperty(*components[i], state, kind, atT, atP);

@@ -1,6 +1,7 @@
 #ifndef TARVO_PHASES_PHASEIDEAL_H
 #define TARVO_PHASES_PHASEIDEAL_H
 
+#include <tarvo/components/RouteInterfaces.h>
 #include <tarvo/phases/PhaseGenericInterface.h>
 #include <tarvo/utility/Diagnostic.h>
 
@@ -55,7 +56,8 @@ private:
     void fillVaporData_(const Value& T, const Value& P, const Vector& x) const;
 
 public:
-    enum class PureProperty { enthalpy, entropy, heatCapacity };
+    // The kinds of a pure component's thermal property, in any state: those of a vapor's route.
+    using PureProperty = RouteHeatVapor::Property;
 
 private:
     // A pure component's property at the phase's temperature and pressure, with its partial derivatives.
