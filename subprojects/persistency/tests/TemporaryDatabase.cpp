@@ -60,13 +60,12 @@ TemporaryDatabase::~TemporaryDatabase() {
     try {
         const std::string postgres =
             withDatabase(PersistencyPostgres::connectionString(Configuration(Configuration::kernelFile)), "postgres");
-        try {
-            run(postgres, "DROP DATABASE IF EXISTS " + name_ + " WITH (FORCE)");
-        } catch (const std::exception&) {
-            // FORCE may not end a session of another role, as the autovacuum's that a busy test database draws:
-            // the plain drop makes that one stop, and succeeds once the test's own sessions have ended.
-            run(postgres, "DROP DATABASE IF EXISTS " + name_);
-        }
+        // Not WITH (FORCE): that fails on a session that the role may not end, as the autovacuum worker's
+        // that a busy test database draws. The role's own sessions, such as the connection that the kernel
+        // keeps for the whole process, are ended here; a plain drop makes an autovacuum worker stop.
+        run(postgres, "SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE datname = '" + name_ +
+                          "' AND usename = current_user AND pid <> pg_backend_pid()");
+        run(postgres, "DROP DATABASE IF EXISTS " + name_);
     } catch (const std::exception& e) {
         // A database left behind is dropped by the next run of the same process id, or by hand.
         std::cerr << "left behind " << name_ << ": " << e.what() << std::endl;
